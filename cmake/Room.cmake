@@ -1,0 +1,62 @@
+# One room of the house: a static library with its own warnings, and the list of the rooms that
+# its files may include. The list is checked by a test (tools/check-rooms).
+
+add_library(seedmote-flags INTERFACE)
+# Contracted multiply-adds would round single-precision arithmetic differently from machine to machine.
+target_compile_options(seedmote-flags INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  -ffp-contract=off)
+target_include_directories(seedmote-flags INTERFACE ${CMAKE_SOURCE_DIR})
+target_link_libraries(seedmote-flags INTERFACE Threads::Threads)
+target_compile_definitions(seedmote-flags INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
+if(SEEDMOTE_SANITIZE)
+  target_compile_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE}
+    -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE})
+endif()
+
+set_property(GLOBAL PROPERTY SEEDMOTE_ROOMS "")
+
+# seedmote_room(NAME SOURCES file... [ROOMS room...] [LIBRARIES target...])
+# ROOMS: the rooms that this one builds on; nothing else of ours may be included.
+function(seedmote_room name)
+  cmake_parse_arguments(room "" "" "SOURCES;ROOMS;LIBRARIES" ${ARGN})
+  add_library(${name} STATIC ${room_SOURCES})
+  target_link_libraries(${name} PUBLIC seedmote-flags ${room_ROOMS} ${room_LIBRARIES})
+  seedmote_record_room(${name} "${room_ROOMS}" "${room_SOURCES}")
+endfunction()
+
+# For a target that another command made (a QML module): its flags and its entry in the list.
+function(seedmote_record_room name rooms sources)
+  set(line "${name}|${rooms}|")
+  foreach(file IN LISTS sources)
+    cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
+    cmake_path(RELATIVE_PATH file BASE_DIRECTORY ${CMAKE_SOURCE_DIR})
+    string(APPEND line " ${file}")
+  endforeach()
+  string(REPLACE ";" "," line "${line}")
+  set_property(GLOBAL APPEND PROPERTY SEEDMOTE_ROOMS "${line}")
+endfunction()
+
+function(seedmote_write_room_list)
+  get_property(rooms GLOBAL PROPERTY SEEDMOTE_ROOMS)
+  list(JOIN rooms "\n" text)
+  file(WRITE ${CMAKE_BINARY_DIR}/rooms.txt "${text}\n")
+endfunction()
+
+# seedmote_test(NAME SOURCES file... [ROOMS room...] [LIBRARIES target...] [LABELS label...])
+# One test program, one ctest entry: the program starts once, not once for each case.
+function(seedmote_test name)
+  if(NOT SEEDMOTE_TESTS)
+    return()
+  endif()
+  cmake_parse_arguments(test "" "" "SOURCES;ROOMS;LIBRARIES;LABELS" ${ARGN})
+  add_executable(${name} ${test_SOURCES})
+  target_link_libraries(${name} PRIVATE seedmote-flags ${test_ROOMS} ${test_LIBRARIES} GTest::gtest GTest::gmock)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 120
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}")
+  if(test_LABELS)
+    set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}")
+  endif()
+endfunction()
