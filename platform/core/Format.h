@@ -30,7 +30,8 @@ class FormatArg {
   FormatArg(const char* value) : FormatArg(std::string_view(value)) {}
   FormatArg(std::nullopt_t) : kind_(Kind::absent), signed_(0) {}
   FormatArg(const std::optional<std::string>& value)
-      : kind_(value ? Kind::text : Kind::absent), text_(value ? std::string_view(*value) : std::string_view()) {}
+      : kind_(value ? Kind::text : Kind::absent),
+        text_(value ? std::string_view(*value) : std::string_view()) {}
   FormatArg(std::optional<std::string_view> value)
       : kind_(value ? Kind::text : Kind::absent), text_(value.value_or(std::string_view())) {}
   FormatArg(Secret) : kind_(Kind::secret), signed_(0) {}
@@ -56,6 +57,10 @@ class FormatArg {
 // integer is to be read (none and h: 32 and 16 bits; l, ll, z: 64 bits). "nan" is never signed. An
 // argument that does not fit its conversion is shown in its own way; a missing one as "(missing)".
 std::string formatText(std::string_view format, const FormatArg* args, std::size_t count);
+
+// The same into `out`, of which no more than `limit` bytes are written; returns how many there would be.
+std::size_t appendFormat(std::string& out, std::size_t limit, std::string_view format, const FormatArg* args,
+                         std::size_t count);
 
 template <class... Args>
 std::string format(std::string_view text, const Args&... args) {

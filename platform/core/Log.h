@@ -22,8 +22,12 @@ class LogSink {
 void addLogSink(LogSink& sink);
 void removeLogSink(LogSink& sink);
 
-// Writes what is buffered to standard error. Any thread.
+// Writes what is buffered to standard error; gives up after half a second when nobody reads it. Any thread.
+// Called by itself at exit.
 void flushLog();
+
+// Has an exception that nobody catches logged, and the log flushed, before the program aborts.
+void installLogTerminateHandler();
 
 // A test's sink: keeps the records while it lives. Thread-safe.
 class LogRecorder final : public LogSink {
@@ -42,7 +46,6 @@ class LogRecorder final : public LogSink {
 };
 
 namespace detail {
-struct LogSite;
 void writeLog(std::string_view format, const FormatArg* args, std::size_t count);
 void writeRowLog(const char* format, const FormatArg* args, std::size_t count);
 }  // namespace detail

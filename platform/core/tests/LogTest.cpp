@@ -1,0 +1,233 @@
+#include "platform/core/Log.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <regex>
+#include <sstream>
+#include <thread>
+
+#include "platform/core/LogWriter.h"
+
+namespace seedmote::platform {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+class Pipe {
+ public:
+  Pipe() { EXPECT_EQ(pipe2(ends_, O_CLOEXEC), 0); }
+  ~Pipe() {
+    closeReader();
+    closeWriter();
+  }
+  int writer() const { return ends_[1]; }
+  void closeReader() { closeEnd(ends_[0]); }
+  void closeWriter() { closeEnd(ends_[1]); }
+
+  // Reads until every writer is closed.
+  std::string readToEnd() {
+    std::string text;
+    char buffer[4096];
+    for (ssize_t n = 0; (n = read(ends_[0], buffer, sizeof buffer)) > 0;) {
+      text.append(buffer, static_cast<std::size_t>(n));
+    }
+    return text;
+  }
+  std::string readAll() {
+    closeWriter();
+    return readToEnd();
+  }
+
+ private:
+  static void closeEnd(int& end) {
+    if (end >= 0) close(end);
+    end = -1;
+  }
+  int ends_[2]{-1, -1};
+};
+
+template <class... Args>
+void writeTo(LogWriter& writer, std::string_view format, const Args&... args) {
+  const std::array<FormatArg, sizeof...(Args)> list{FormatArg(args)...};
+  writer.write(format, list.data(), list.size());
+}
+
+// The lines without what stands in front of each.
+std::vector<std::string> texts(const std::string& written) {
+  std::vector<std::string> lines;
+  std::istringstream stream(written);
+  for (std::string line; std::getline(stream, line);) {
+    const std::size_t end = line.find("] ");
+    lines.push_back(end == std::string::npos ? "no prefix: " + line : line.substr(end + 2));
+  }
+  return lines;
+}
+
+TEST(LogWriter, OneLineForEachRecordWhateverItHolds) {
+  Pipe pipe;
+  {
+    LogWriter writer({.descriptor = pipe.writer()});
+    writeTo(writer, "Seedmote Start\n");
+    writeTo(writer, "name = %@\n", "a\nb\r\x1b[2J\x7f\tc" + std::string("\xc2\x85 \xc2\xa9 ü"));
+    writeTo(writer, "");
+    ASSERT_TRUE(writer.flush(seconds(10)));
+  }
+  const std::string written = pipe.readAll();
+  EXPECT_EQ(texts(written),
+            (std::vector<std::string>{"Seedmote Start",
+                                      R"(name = a\nb\r\x1b[2J\x7f\tc)" + std::string(R"(\u0085 © ü)"), ""}));
+  const std::regex prefix(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} seedmote\[(\d+):(\d+)\] Seedmote Start)");
+  std::smatch match;
+  const std::string first = written.substr(0, written.find('\n'));
+  ASSERT_TRUE(std::regex_match(first, match, prefix)) << first;
+  EXPECT_EQ(match[1], std::to_string(getpid()));
+}
+
+TEST(LogWriter, LongRecordsAreCutBetweenCharactersAndNameTheirLength) {
+  // An odd byte in front, so that the cut falls into the middle of a two-byte character.
+  std::string longText = "x";
+  for (int i = 0; i < 20000; ++i) longText += "ü";
+  for (const bool full : {false, true}) {
+    Pipe pipe;
+    {
+      LogWriter writer({.descriptor = pipe.writer(), .full = full});
+      writeTo(writer, "%@", longText);
+      ASSERT_TRUE(writer.flush(seconds(10)));
+    }
+    const std::string text = texts(pipe.readAll()).at(0);
+    if (full) {
+      EXPECT_EQ(text, longText);
+    } else {
+      EXPECT_EQ(text, longText.substr(0, LogWriter::kLargestRecord - 1) + " ... (cut; 40001 bytes in all)");
+    }
+  }
+}
+
+TEST(LogWriter, RowsAreLeftOutBeyondTheRateOfTheirFormatAndCounted) {
+  static const char kCell[] = "row %d\n";
+  static const char kOther[] = "height %d\n";
+  for (const bool full : {false, true}) {
+    Pipe pipe;
+    int admitted = 0;
+    {
+      LogWriter writer({.descriptor = pipe.writer(), .full = full});
+      for (int row = 0; row < 500; ++row) {
+        if (!writer.admitsRow(kCell)) continue;
+        ++admitted;
+        writeTo(writer, kCell, row);
+      }
+      EXPECT_TRUE(writer.admitsRow(kOther));
+      ASSERT_TRUE(writer.flush(seconds(10)));
+    }
+    const auto lines = texts(pipe.readAll());
+    ASSERT_EQ(lines.size(), static_cast<std::size_t>(full ? 500 : admitted + 1));
+    if (full) continue;
+    EXPECT_EQ(admitted, LogWriter::kRowsPerSecond);
+    EXPECT_EQ(lines.back(), "300 more left out: row %d");
+  }
+}
+
+TEST(LogWriter, AReaderThatDoesNotReadHoldsNobodyAndCostsRecordsThatAreCounted) {
+  Pipe pipe;
+  fcntl(pipe.writer(), F_SETPIPE_SZ, 4096);
+  std::string written;
+  constexpr int kRecords = 20000;
+  {
+    LogWriter writer({.descriptor = pipe.writer(), .pendingBytes = 64 * 1024});
+    for (int i = 0; i < kRecords; ++i) writeTo(writer, "record %d", i);
+    EXPECT_FALSE(writer.flush(milliseconds(1)));
+    std::thread flusher([&] {
+      EXPECT_TRUE(writer.flush(seconds(20)));
+      pipe.closeWriter();
+    });
+    written = pipe.readToEnd();
+    flusher.join();
+  }
+  int shown = 0;
+  long dropped = 0;
+  for (const std::string& line : texts(written)) {
+    std::smatch match;
+    if (std::regex_match(line, match, std::regex(R"((\d+) records dropped: .*)")))
+      dropped += std::stol(match[1]);
+    shown += line.starts_with("record ") ? 1 : 0;
+  }
+  EXPECT_GT(dropped, 0);
+  EXPECT_EQ(shown + dropped, kRecords);
+}
+
+TEST(LogWriter, AClosedReaderOrDescriptorIsNoTrouble) {
+  Pipe pipe;
+  pipe.closeReader();
+  LogWriter broken({.descriptor = pipe.writer()});
+  LogWriter closed({.descriptor = -1});
+  for (LogWriter* writer : {&broken, &closed}) {
+    writeTo(*writer, "nobody reads this");
+    EXPECT_TRUE(writer->flush(seconds(10)));
+  }
+}
+
+TEST(LogWriter, RecordsOfManyThreadsStayWholeAndInOrder) {
+  constexpr int kThreads = 4;
+  constexpr int kEach = 300;
+  char name[] = "/tmp/seedmote-log-XXXXXX";
+  const int file = mkstemp(name);
+  ASSERT_GE(file, 0);
+  {
+    LogWriter writer({.descriptor = file});
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+      threads.emplace_back([&writer, t] {
+        for (int i = 0; i < kEach; ++i) writeTo(writer, "%d %d", t, i);
+      });
+    }
+    for (auto& thread : threads) thread.join();
+    ASSERT_TRUE(writer.flush(seconds(10)));
+  }
+  lseek(file, 0, SEEK_SET);
+  std::string written(1 << 20, '\0');
+  written.resize(static_cast<std::size_t>(std::max<ssize_t>(0, read(file, written.data(), written.size()))));
+  close(file);
+  unlink(name);
+  int next[kThreads]{};
+  for (const std::string& line : texts(written)) {
+    int thread = -1;
+    int number = -1;
+    ASSERT_EQ(std::sscanf(line.c_str(), "%d %d", &thread, &number), 2) << line;
+    EXPECT_EQ(number, next[thread]++);
+  }
+  for (const int count : next) EXPECT_EQ(count, kEach);
+}
+
+TEST(Log, SinksGetRecordsWholeUntilTheyAreRemoved) {
+  const std::string whole(100'000, 'x');
+  {
+    LogRecorder recorder;
+    log("soapMessage = %@\n", whole);
+    for (int row = 0; row < 1000; ++row) logRow("row\n");
+    log("Username: %@", Secret{"geheim"});
+    EXPECT_TRUE(recorder.contains("soapMessage = " + whole + "\n"));
+    EXPECT_EQ(recorder.count("row\n"), 1000);
+    EXPECT_TRUE(recorder.contains("Username: ••••••••"));
+    recorder.clear();
+    EXPECT_TRUE(recorder.records().empty());
+  }
+  log("after the sink has gone");
+}
+
+TEST(LogDeathTest, AnUncaughtExceptionIsLoggedBeforeTheEnd) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(
+      {
+        installLogTerminateHandler();
+        log("last words");
+        std::thread([] { throw std::runtime_error("no such torrent"); }).join();
+      },
+      "last words(.|\n)*terminated by an exception: no such torrent");
+}
+
+}  // namespace
+}  // namespace seedmote::platform
