@@ -77,8 +77,9 @@ class MainThread final {
   // Called once by quit(), in order of registration, before the event loop is told to end.
   void onQuit(Work work);
 
-  // Ends the program: runs the onQuit works, drops what is queued, ends the event loops. Main thread.
-  void quit();
+  // Ends the program with `code`: drops what is queued, runs the onQuit works, ends the event loops. Main
+  // thread. Later calls do nothing.
+  void quit(int code = 0);
   bool isQuitting() const;
 
  private:

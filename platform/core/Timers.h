@@ -18,18 +18,21 @@ class Timers final {
  public:
   using Lane = MainThread::Lane;
 
-  // Keeps its timer going; destroying or resetting it stops the timer.
+  // Keeps its timer going; destroying or replacing it stops the timer.
   class Handle {
    public:
     Handle() = default;
+    ~Handle() { stop(); }
+    Handle(Handle&&) noexcept = default;
+    Handle& operator=(Handle&& other) noexcept;
     // True while the timer can still fire.
     bool isActive() const;
     void stop();
 
    private:
     friend class Timers;
-    std::shared_ptr<bool> active_;
     explicit Handle(std::shared_ptr<bool> active) : active_(std::move(active)) {}
+    std::shared_ptr<bool> active_;
   };
 
   Timers(Clock& clock, MainThread& main);

@@ -1,0 +1,282 @@
+#include "platform/core/MainThread.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <atomic>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/core/Clock.h"
+#include "platform/core/Log.h"
+#include "platform/core/Threads.h"
+#include "platform/core/Timers.h"
+
+namespace seedmote::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Lane = MainThread::Lane;
+using From = MainThread::From;
+
+class MainThreadTest : public testing::Test {
+ protected:
+  // Runs the event loop until `done`; a test that never gets there is ended by ctest.
+  static void spinUntil(const std::function<bool()>& done) {
+    while (!done()) {
+      QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+    }
+  }
+  void settle() {
+    bool last = false;
+    main.post([&] { last = true; });
+    spinUntil([&] { return last; });
+  }
+  // Holds the main thread in a wait until `over` says so on the worker.
+  void waitUntil(const std::function<bool()>& over) {
+    main.wait([&] {
+      while (!over()) {
+        std::this_thread::yield();
+      }
+    });
+  }
+  std::function<void()> note(const std::string& what) {
+    return [this, what] { happened.push_back(what); };
+  }
+
+  MainThread main;
+  std::vector<std::string> happened;
+};
+
+TEST_F(MainThreadTest, WaitGivesBackWhatTheJobReturnedOrRaised) {
+  std::thread::id worker;
+  EXPECT_EQ(main.wait([&] {
+    worker = std::this_thread::get_id();
+    return std::string("answer");
+  }),
+            "answer");
+  EXPECT_NE(worker, std::this_thread::get_id());
+  EXPECT_THROW(main.wait([]() -> int { throw std::out_of_range("no row"); }), std::out_of_range);
+  EXPECT_FALSE(main.isWaiting());
+}
+
+TEST_F(MainThreadTest, OnAnotherThreadTheJobRunsRightThere) {
+  std::thread::id ran;
+  std::thread::id caller;
+  std::thread([&] {
+    caller = std::this_thread::get_id();
+    main.wait([&] { ran = std::this_thread::get_id(); });
+  }).join();
+  EXPECT_EQ(ran, caller);
+}
+
+TEST_F(MainThreadTest, AWaitInsideAWaitIsRefused) {
+  std::string refused;
+  std::atomic<bool> tried{false};
+  main.post(
+      [&] {
+        try {
+          main.wait([] {});
+        } catch (const std::logic_error& problem) {
+          refused = problem.what();
+        }
+        tried = true;
+      },
+      Lane::overlay);
+  waitUntil([&] { return tried.load(); });
+  EXPECT_EQ(refused, "the main thread waits already");
+}
+
+TEST_F(MainThreadTest, PostsRunInOrderAcrossLanesAndThreads) {
+  std::thread([&] {
+    main.post(note("one"));
+    main.post(note("two"), Lane::overlay);
+    main.post(note("three"));
+  }).join();
+  EXPECT_THAT(happened, IsEmpty());
+  settle();
+  EXPECT_THAT(happened, ElementsAre("one", "two", "three"));
+}
+
+TEST_F(MainThreadTest, WhileItWaitsOnlyTheOverlayIsServed) {
+  std::atomic<bool> overlayServed{false};
+  main.post(note("ordinary"));
+  main.enter("tap", note("tap"), From::layout);
+  main.post(
+      [&] {
+        happened.push_back("overlay");
+        main.enter("entry from code", note("entry from code"));
+        overlayServed = true;
+      },
+      Lane::overlay);
+  waitUntil([&] { return overlayServed.load(); });
+  EXPECT_THAT(happened, ElementsAre("overlay"));
+  settle();
+  EXPECT_THAT(happened, ElementsAre("overlay", "ordinary", "tap", "entry from code"));
+}
+
+TEST_F(MainThreadTest, EntriesFromCodeRunAtOnceAndThoseFromLayoutsOnACleanStack) {
+  main.enter("code", note("code"));
+  EXPECT_THAT(happened, ElementsAre("code"));
+  main.enter("layout", note("layout"), From::layout);
+  EXPECT_THAT(happened, ElementsAre("code"));
+  settle();
+  EXPECT_THAT(happened, ElementsAre("code", "layout"));
+}
+
+TEST_F(MainThreadTest, AnEntryThatWaitsHoldsTheNextOnes) {
+  main.enter(
+      "first",
+      [&] {
+        happened.push_back("first begins");
+        main.wait([] {});
+        happened.push_back("first ends");
+      },
+      From::layout);
+  main.enter("second", note("second"), From::layout);
+  settle();
+  EXPECT_THAT(happened, ElementsAre("first begins", "first ends", "second"));
+}
+
+TEST_F(MainThreadTest, WhatAnEntryRaisesIsLoggedAndHandedOn) {
+  LogRecorder lines;
+  int raised = 0;
+  main.setRaisedHandler([&](const std::exception_ptr& problem) {
+    ++raised;
+    EXPECT_THROW(std::rethrow_exception(problem), std::out_of_range);
+  });
+  main.enter("a row", [] { throw std::out_of_range("no such row"); });
+  settle();
+  EXPECT_EQ(raised, 1);
+  EXPECT_TRUE(lines.contains("Raised in a row: no such row\n"));
+}
+
+TEST_F(MainThreadTest, QuittingEndsAWaitAndDropsWhatIsQueued) {
+  SystemClock clock;
+  Threads threads(clock, main);
+  main.onQuit([&] { threads.stop(); });
+  main.post(note("dropped"));
+  main.post([&] { main.quit(); }, Lane::overlay);
+  const bool slept = main.wait([&] { return threads.sleep(3600); });
+  EXPECT_FALSE(slept);
+  EXPECT_TRUE(main.isQuitting());
+  main.post(note("too late"));
+  main.enter("too late", note("too late"));
+  QCoreApplication::processEvents();
+  EXPECT_THAT(happened, IsEmpty());
+}
+
+class TimersTest : public MainThreadTest {
+ protected:
+  ManualClock clock;
+  Timers timers{clock, main};
+};
+
+TEST_F(TimersTest, FireWhenTheirTimeHasCome) {
+  auto once = timers.once("once", 3, note("once"));
+  auto often = timers.repeat("often", 2, note("often"));
+  clock.advanceSeconds(1.9);
+  EXPECT_THAT(happened, IsEmpty());
+  clock.advanceSeconds(0.1);
+  clock.advanceSeconds(1);
+  clock.advanceSeconds(1);
+  EXPECT_THAT(happened, ElementsAre("often", "once", "often"));
+  EXPECT_FALSE(once.isActive());
+  EXPECT_TRUE(often.isActive());
+}
+
+TEST_F(TimersTest, MissedTurnsAreNotMadeUpForAndTheRhythmIsKept) {
+  auto often = timers.repeat("often", 2, note("often"));
+  clock.advanceSeconds(7);
+  EXPECT_EQ(happened.size(), 1U);
+  clock.advanceSeconds(1);
+  EXPECT_EQ(happened.size(), 2U);
+}
+
+TEST_F(TimersTest, AStoppedOrReplacedTimerNeverFires) {
+  auto timer = timers.once("first", 1, note("first"));
+  timer = timers.once("second", 1, note("second"));
+  auto stopped = timers.repeat("stopped", 1, note("stopped"));
+  stopped.stop();
+  clock.advanceSeconds(5);
+  EXPECT_THAT(happened, ElementsAre("second"));
+}
+
+TEST_F(TimersTest, DuringAWaitScreensAreHeldForOneTurnAndTheOverlayIsNot) {
+  auto screen = timers.repeat("screen", 2, note("screen"));
+  auto overlay = timers.once("overlay", 2, note("overlay"), Lane::overlay);
+  std::atomic<bool> jumped{false};
+  main.post(
+      [&] {
+        for (int turn = 0; turn < 5; ++turn) {
+          clock.advanceSeconds(2);
+        }
+        jumped = true;
+      },
+      Lane::overlay);
+  waitUntil([&] { return jumped.load(); });
+  EXPECT_THAT(happened, ElementsAre("overlay"));
+  settle();
+  EXPECT_THAT(happened, ElementsAre("overlay", "screen"));
+}
+
+TEST_F(TimersTest, WhatATimerRaisesLeavesTheOthersAlone) {
+  auto broken = timers.repeat("broken", 1, [] { throw std::runtime_error("odd"); });
+  auto sound = timers.repeat("sound", 1, note("sound"));
+  clock.advanceSeconds(1);
+  clock.advanceSeconds(1);
+  EXPECT_THAT(happened, ElementsAre("sound", "sound"));
+}
+
+TEST_F(TimersTest, RunOnTheRealClockToo) {
+  SystemClock real;
+  Timers realTimers(real, main);
+  auto timer = realTimers.once("soon", 0.001, note("soon"));
+  spinUntil([&] { return !happened.empty(); });
+  EXPECT_THAT(happened, ElementsAre("soon"));
+}
+
+TEST_F(MainThreadTest, ThreadsAreNamedCountedAndEndTheirSleepAtStop) {
+  SystemClock clock;
+  Threads threads(clock, main);
+  std::atomic<bool> slept{true};
+  std::atomic<bool> asleep{false};
+  threads.start("a-name-longer-than-the-kernel-takes", [&] {
+    asleep = true;
+    slept = threads.sleep(3600);
+  });
+  while (!asleep) {
+    std::this_thread::yield();
+  }
+  EXPECT_EQ(threads.running(), 1);
+  EXPECT_FALSE(threads.join(std::chrono::milliseconds(1)));
+  threads.stop();
+  EXPECT_TRUE(threads.join(std::chrono::seconds(30)));
+  EXPECT_FALSE(slept);
+  threads.start("too late", note("too late"));
+  EXPECT_EQ(threads.running(), 0);
+  EXPECT_THAT(happened, IsEmpty());
+}
+
+TEST_F(MainThreadTest, ASleepCanBeCutShortByItsOwnCondition) {
+  ManualClock clock;
+  Threads threads(clock, main);
+  std::atomic<bool> over{false};
+  std::atomic<bool> returned{false};
+  threads.start("sleeper", [&] { returned = threads.sleepUnless(1, [&] { return over.load(); }); });
+  while (clock.sleeping() == 0) {
+    std::this_thread::yield();
+  }
+  over = true;
+  threads.wakeSleepers();
+  EXPECT_TRUE(threads.join(std::chrono::seconds(30)));
+  EXPECT_TRUE(returned);
+}
+
+}  // namespace
+}  // namespace seedmote::platform
