@@ -1,0 +1,210 @@
+#include "platform/core/CurlTransfer.h"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/core/CurlError.h"
+
+namespace seedmote::platform {
+namespace {
+
+// A length that the server merely claims reserves no more than this; beyond it the body grows as it comes.
+constexpr std::size_t kLargestReserve = std::size_t{8} << 20;
+
+constexpr int kLongestPoll = 60'000;  // milliseconds; curl shortens it to its own next deadline
+constexpr long kReceiveBuffer = 128 << 10;
+
+}  // namespace
+
+CurlHandles::CurlHandles()
+    : multi_(curl_multi_init(), curl_multi_cleanup), easy_(curl_easy_init(), curl_easy_cleanup) {
+  if (!multi_ || !easy_) {
+    throw std::runtime_error("No HTTP handle could be made.");
+  }
+}
+
+CurlTransfer::CurlTransfer(CurlHandles& handles, const HttpRequest& request, std::size_t largestAnswer,
+                           const std::atomic<bool>& cancelled)
+    : handles_(handles), request_(request), largestAnswer_(largestAnswer), cancelled_(cancelled) {}
+
+// Nothing of this transfer stays in the handles: they are used again.
+CurlTransfer::~CurlTransfer() {
+  curl_easy_reset(handles_.easy());
+}
+
+HttpAnswer CurlTransfer::perform(std::chrono::milliseconds patience) {
+  setRequest();
+  setHeaders();
+  setLimits(patience);
+  setCallbacks();
+  if (setupFailure_ != CURLE_OK) {
+    return answerOf(setupFailure_);
+  }
+  if (curl_multi_add_handle(handles_.multi(), handles_.easy()) != CURLM_OK) {
+    return answerOf(CURLE_FAILED_INIT);
+  }
+  const CURLcode code = drive();
+  curl_multi_remove_handle(handles_.multi(), handles_.easy());
+  return answerOf(code);
+}
+
+std::string CurlTransfer::redirectUrl() const {
+  char* url = nullptr;
+  curl_easy_getinfo(handles_.easy(), CURLINFO_REDIRECT_URL, &url);
+  return url ? url : "";
+}
+
+template <class Value>
+void CurlTransfer::set(CURLoption option, Value value) {
+  const CURLcode code = curl_easy_setopt(handles_.easy(), option, value);
+  if (setupFailure_ == CURLE_OK) {
+    setupFailure_ = code;
+  }
+}
+
+void CurlTransfer::setRequest() {
+  set(CURLOPT_URL, request_.url.c_str());
+  set(CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_1});
+  set(CURLOPT_ACCEPT_ENCODING, "");  // all that this libcurl can decode
+  set(CURLOPT_PROXY, "");            // the environment names one perhaps; the daemon is at home
+  set(CURLOPT_USERAGENT, "Seedmote");
+  if (request_.method == "POST") {
+    set(CURLOPT_POST, 1L);
+    set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body.size()));
+    set(CURLOPT_POSTFIELDS, request_.body.c_str());  // not copied
+  }
+  // The person chose the daemon; home servers have certificates that nobody signed.
+  set(CURLOPT_SSL_VERIFYPEER, 0L);
+  set(CURLOPT_SSL_VERIFYHOST, 0L);
+}
+
+void CurlTransfer::setHeaders() {
+  const auto add = [this](const std::string& line) {
+    curl_slist* longer = curl_slist_append(headers_.get(), line.c_str());
+    if (!longer) {
+      throw std::bad_alloc();
+    }
+    (void)headers_.release();
+    headers_.reset(longer);
+  };
+  add("Expect:");  // in curl's notation: none, so no body waits for a "100 Continue"
+  for (const HttpHeader& header : request_.headers) {
+    const bool blank = header.value.find_first_not_of(" \t") == std::string::npos;
+    // "Name:" would remove the header; "Name;" sends it with nothing behind the colon.
+    add(blank ? header.name + ";" : header.name + ": " + header.value);
+  }
+  set(CURLOPT_HTTPHEADER, headers_.get());
+}
+
+void CurlTransfer::setLimits(std::chrono::milliseconds patience) {
+  const long limit = static_cast<long>(patience.count());
+  set(CURLOPT_TIMEOUT_MS, limit);
+  set(CURLOPT_CONNECTTIMEOUT_MS, limit);
+  set(CURLOPT_NOSIGNAL, 1L);
+  set(CURLOPT_QUICK_EXIT, 1L);  // a name look-up that hangs is left behind, not waited for
+  set(CURLOPT_PROTOCOLS_STR, "http,https");
+  set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(largestAnswer_));
+  set(CURLOPT_BUFFERSIZE, kReceiveBuffer);
+}
+
+void CurlTransfer::setCallbacks() {
+  set(CURLOPT_ERRORBUFFER, text_);
+  set(CURLOPT_WRITEFUNCTION, &CurlTransfer::onData);
+  set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+  set(CURLOPT_PREREQFUNCTION, &CurlTransfer::onReadyToSend);
+  set(CURLOPT_PREREQDATA, static_cast<void*>(this));
+}
+
+CURLcode CurlTransfer::drive() {
+  int running = 0;
+  do {
+    if (cancelled_) {
+      ownError_ = HttpError::cancelled;
+      ownMessage_ = "The exchange was cancelled.";
+      return CURLE_ABORTED_BY_CALLBACK;
+    }
+    if (curl_multi_perform(handles_.multi(), &running) != CURLM_OK) {
+      return CURLE_FAILED_INIT;
+    }
+    if (running && curl_multi_poll(handles_.multi(), nullptr, 0, kLongestPoll, nullptr) != CURLM_OK) {
+      return CURLE_FAILED_INIT;
+    }
+  } while (running);
+  int left = 0;
+  const CURLMsg* message = curl_multi_info_read(handles_.multi(), &left);
+  return message && message->msg == CURLMSG_DONE ? message->data.result : CURLE_FAILED_INIT;
+}
+
+HttpAnswer CurlTransfer::answerOf(CURLcode code) {
+  HttpAnswer answer;
+  long status = 0;
+  curl_easy_getinfo(handles_.easy(), CURLINFO_RESPONSE_CODE, &status);
+  answer.status = static_cast<int>(status);
+  if (code == CURLE_OK) {
+    answer.hasBody = true;
+    answer.body = std::move(body_);
+    return answer;
+  }
+  if (ownError_ != HttpError::none) {
+    answer.error = ownError_;
+    answer.message = ownMessage_;
+    return answer;
+  }
+  long osError = 0;
+  curl_easy_getinfo(handles_.easy(), CURLINFO_OS_ERRNO, &osError);
+  answer.message = *text_ ? text_ : curl_easy_strerror(code);
+  answer.error = httpErrorOf(code, answer.message, osError);
+  return answer;
+}
+
+void CurlTransfer::reserveBody() {
+  curl_off_t length = -1;
+  curl_easy_getinfo(handles_.easy(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+  if (length > 0) {
+    body_.reserve(std::min({static_cast<std::size_t>(length), kLargestReserve, largestAnswer_}));
+  }
+}
+
+bool CurlTransfer::take(const char* data, std::size_t size) {
+  if (body_.empty()) {
+    reserveBody();
+  }
+  if (size > largestAnswer_ - body_.size()) {
+    ownError_ = HttpError::tooLarge;
+    ownMessage_ = "The answer is larger than " + std::to_string(largestAnswer_) + " bytes.";
+    return false;
+  }
+  body_.append(data, size);
+  return true;
+}
+
+std::size_t CurlTransfer::onData(char* data, std::size_t, std::size_t size, void* transfer) {
+  CurlTransfer& self = *static_cast<CurlTransfer*>(transfer);
+  try {
+    return self.take(data, size) ? size : CURL_WRITEFUNC_ERROR;
+  } catch (const std::bad_alloc&) {  // must not pass through curl
+    self.ownError_ = HttpError::other;
+    self.ownMessage_ = "There is not enough memory for the answer.";
+    return CURL_WRITEFUNC_ERROR;
+  }
+}
+
+// Called before each sending of the request. When a kept connection ends without an answer, curl sends
+// the request again on a new one. The server may have carried it out before it closed, and a command must
+// not be carried out twice: so a POST of which something has left is given up. A connection that was dead
+// beforehand is no such case; curl looks before it uses one.
+int CurlTransfer::onReadyToSend(void* transfer, char*, char*, int, int) {
+  CurlTransfer& self = *static_cast<CurlTransfer*>(transfer);
+  long sent = 0;
+  curl_easy_getinfo(self.handles_.easy(), CURLINFO_REQUEST_SIZE, &sent);
+  if (sent == 0 || self.request_.method != "POST") {
+    return CURL_PREREQFUNC_OK;
+  }
+  self.ownError_ = HttpError::closed;
+  self.ownMessage_ = "The connection ended before the answer came.";
+  return CURL_PREREQFUNC_ABORT;
+}
+
+}  // namespace seedmote::platform

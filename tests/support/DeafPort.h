@@ -1,0 +1,28 @@
+#pragma once
+
+#include <vector>
+
+#include "tests/support/FileDescriptor.h"
+
+namespace seedmote::support {
+
+// A port of 127.0.0.1 where nobody ever says anything.
+class DeafPort final {
+ public:
+  enum class Kind {
+    connects,  // the system accepts, no byte ever comes
+    full       // a connection attempt is never answered, as by a host that is switched off
+  };
+
+  explicit DeafPort(Kind kind);
+  int port() const { return portOf(listener_); }
+
+ private:
+  FileDescriptor listener_;
+  std::vector<FileDescriptor> fillers_;
+};
+
+// A port of 127.0.0.1 where nobody listens.
+int closedPort();
+
+}  // namespace seedmote::support

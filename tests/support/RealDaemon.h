@@ -1,0 +1,73 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/core/CurlHttp.h"
+#include "tests/support/TinyTorrent.h"
+
+namespace seedmote::support {
+
+// Debian's transmission-daemon in a temporary directory, on loopback ports, with everything off that would
+// look for other machines. Ended and removed with this object. Operations raise std::runtime_error. Use it
+// on the thread that made it: the daemon is told to die with that thread.
+class RealDaemon final {
+ public:
+  struct Options {
+    std::string credentials;   // "user:password"; empty: no authentication
+    std::string moreSettings;  // members for settings.json, each with a comma behind it
+  };
+
+  RealDaemon() : RealDaemon(Options{}) {}
+  explicit RealDaemon(Options options);
+  ~RealDaemon();
+  RealDaemon(const RealDaemon&) = delete;
+  RealDaemon& operator=(const RealDaemon&) = delete;
+
+  // Why there can be none here; empty when there can. See SEEDMOTE_NEEDS_REAL_DAEMON.
+  static std::string absence();
+
+  int port() const { return port_; }
+  std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
+  std::string url() const { return "http://" + address() + "/transmission/rpc"; }
+  std::filesystem::path downloads() const { return directory_ / "data"; }
+
+  // Sends one RPC request and returns the JSON answer; deals with the session id.
+  std::string rpc(const std::string& body);
+
+  // Adds so many paused torrents, "PREFIX-0" and so on.
+  std::vector<TinyTorrent> addTorrents(int count, const std::string& prefix = "tiny");
+
+  void stop();
+  void start();    // same directory and port; the torrents' ids may be others than before
+  void restart();  // stop and start
+
+ private:
+  void writeSettings() const;
+  void launch();
+  void waitUntilReady();
+  platform::HttpAnswer post(const std::string& body);
+
+  Options options_;
+  std::filesystem::path directory_;
+  int port_ = 0;
+  int peerPort_ = 0;
+  pid_t process_ = -1;
+  std::size_t torrents_ = 0;
+  std::string sessionId_;
+  platform::CurlHttp http_;
+};
+
+}  // namespace seedmote::support
+
+// At the start of a test that needs the daemon: skips it where the daemon is not installed, but fails where
+// CI is set, so that a build machine never leaves the test out unnoticed.
+#define SEEDMOTE_NEEDS_REAL_DAEMON()                                       \
+  do {                                                                     \
+    const std::string reason = ::seedmote::support::RealDaemon::absence(); \
+    if (!reason.empty() && std::getenv("CI")) FAIL() << reason;            \
+    if (!reason.empty()) GTEST_SKIP() << reason;                           \
+  } while (false)
