@@ -11,6 +11,7 @@
 namespace seedmote::platform {
 
 // One value of a property list: a copy is a value of its own. Format: Apple's property lists, XML form.
+// Texts are UTF-8 without NUL. Dates, data and UIDs are not used here.
 class PropertyList {
  public:
   using Array = std::vector<PropertyList>;
@@ -38,14 +39,24 @@ class PropertyList {
   // The text of a text or a number; absent for any other kind.
   std::optional<std::string> asText() const;
 
-  // For the log. The "Value" of a dictionary whose "ValueType" is "PasswordBox" shows as bullets.
+  // For the log. What holdsSecret() names shows as bullets.
   std::string description() const;
 
-  // XML. `parse` gives an absent value and a message in `error` for what is no property list.
+  // True for the entries that nobody may read: the values of a specifier whose "ValueType" is "PasswordBox".
+  static bool holdsSecret(const Dictionary& dictionary, std::string_view key);
+
+  // XML. Absent values are left out. `parse` gives an absent value and a message in `error` for what is no
+  // property list, holds a kind that is not used here, or is nested more than 32 deep.
   std::string toXml() const;
   static PropertyList parse(std::string_view bytes, std::string* error = nullptr);
 
   bool operator==(const PropertyList&) const = default;
+
+  // Calls `visitor` with the value in its own kind; std::monostate when absent.
+  template <class Visitor>
+  auto visit(Visitor&& visitor) const {
+    return std::visit(visitor, value_);
+  }
 
  private:
   std::variant<std::monostate, std::string, std::int64_t, double, bool, Array, Dictionary> value_;
