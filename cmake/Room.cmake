@@ -60,3 +60,19 @@ function(seedmote_test name)
     set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}")
   endif()
 endfunction()
+
+# seedmote_qml_room(NAME URI uri QML_FILES file... [SOURCES file...] [ROOMS room...] [LIBRARIES target...])
+# A room that is also a QML module, compiled ahead of time. Programs link NAMEplugin beside NAME.
+function(seedmote_qml_room name)
+  cmake_parse_arguments(room "" "URI" "QML_FILES;SOURCES;ROOMS;LIBRARIES" ${ARGN})
+  string(REPLACE "." "/" path ${room_URI})
+  set(CMAKE_AUTOMOC ON)
+  qt_add_qml_module(${name} STATIC URI ${room_URI} VERSION 1.0
+    RESOURCE_PREFIX /qt-project.org/imports OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
+    QML_FILES ${room_QML_FILES} SOURCES ${room_SOURCES})
+  # The type registration includes headers by their bare names.
+  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC seedmote-flags ${room_ROOMS} ${room_LIBRARIES} Qt6::Quick)
+  target_link_libraries(${name}plugin PRIVATE seedmote-flags)
+  seedmote_record_room(${name} "${room_ROOMS}" "${room_SOURCES}")
+endfunction()
