@@ -61,6 +61,16 @@ function(seedmote_test name)
   endif()
 endfunction()
 
+# What the QML compiler writes shadows its own parameters.
+function(seedmote_spare_generated_code name)
+  get_target_property(sources ${name} SOURCES)
+  foreach(source IN LISTS sources)
+    if(source MATCHES "/qmlcache/")
+      set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "-Wno-shadow")
+    endif()
+  endforeach()
+endfunction()
+
 # seedmote_qml_room(NAME URI uri QML_FILES file... [SOURCES file...] [ROOMS room...] [LIBRARIES target...])
 # A room that is also a QML module, compiled ahead of time. Programs link NAMEplugin beside NAME.
 function(seedmote_qml_room name)
@@ -70,6 +80,7 @@ function(seedmote_qml_room name)
   qt_add_qml_module(${name} STATIC URI ${room_URI} VERSION 1.0
     RESOURCE_PREFIX /qt-project.org/imports OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
     QML_FILES ${room_QML_FILES} SOURCES ${room_SOURCES})
+  seedmote_spare_generated_code(${name})
   # The type registration includes headers by their bare names.
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC seedmote-flags ${room_ROOMS} ${room_LIBRARIES} Qt6::Quick)

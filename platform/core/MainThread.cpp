@@ -182,6 +182,8 @@ void MainThread::Impl::handOn(const std::exception_ptr& raised) {
   }
 }
 
+void MainThread::prepareProcess() { qputenv("QT_NO_GLIB", "1"); }
+
 MainThread::MainThread() : impl_(std::make_unique<Impl>(*this)) {}
 
 MainThread::~MainThread() {

@@ -27,6 +27,10 @@ class MainThread final {
   // code: called from C++, so the work runs at once when nobody waits.
   enum class From { code, layout };
 
+  // Chooses an event loop that can wait; call it before the application object is made. GLib's loop stops
+  // painting as soon as a touch arrives during a wait.
+  static void prepareProcess();
+
   MainThread();
   ~MainThread();
   MainThread(const MainThread&) = delete;

@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+#include <qpa/qwindowsysteminterface.h>
+
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickView>
+#include <atomic>
+#include <functional>
+#include <thread>
+
+#include "platform/core/Clock.h"
+#include "platform/core/MainThread.h"
+#include "platform/core/Services.h"
+#include "platform/core/Timers.h"
+#include "tests/support/TestServices.h"
+#include "widgets/OvProgressHUD.h"
+
+namespace seedmote {
+namespace {
+
+using Lane = platform::MainThread::Lane;
+
+// A real window with the overlay above something to touch, while the main thread waits.
+class OverlayDuringWaitTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    hud = OvProgressHUD::sharedView();
+    main.setSwallowsInput([] { return OvProgressHUD::sharedView()->takesTouches(); });
+    hud->setBeforeTouchesPass([this] { main.deliverHeldInput(); });
+    view.setInitialProperties({{QStringLiteral("hud"), QVariant::fromValue(hud)}});
+    view.setSource(QUrl::fromLocalFile(QStringLiteral(SCENE_DIR "/OverlayScene.qml")));
+    ASSERT_EQ(view.status(), QQuickView::Ready);
+    QObject::connect(
+        &view, &QQuickWindow::frameSwapped, &view, [this] { ++frames; }, Qt::DirectConnection);
+    view.show();
+    spinUntil([this] { return frames > 0; });
+  }
+
+  static void spinUntil(const std::function<bool()>& done) {
+    while (!done()) {
+      QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+    }
+  }
+  void waitForFrames(int more) {
+    const int until = frames + more;
+    main.wait([this, until] {
+      while (frames < until) {
+        std::this_thread::yield();
+      }
+    });
+  }
+  // Waits until the overlay has faded, time going on.
+  void waitUntilGone() {
+    std::atomic<bool> gone{false};
+    main.wait([&] {
+      while (!gone) {
+        main.post(
+            [&] {
+              services.clock.advanceSeconds(0.2);
+              gone = !hud->panelShown();
+            },
+            Lane::overlay);
+        std::this_thread::yield();
+      }
+    });
+  }
+  void spinForFrames(int more) {
+    const int until = frames + more;
+    spinUntil([this, until] {
+      view.update();
+      return frames >= until;
+    });
+  }
+  // A click as the window system delivers it: into the queue, not past it.
+  void click() {
+    const QPointF at(200, 250);
+    for (const auto& [buttons, type] : {std::pair(Qt::LeftButton, QEvent::MouseButtonPress),
+                                        std::pair(Qt::NoButton, QEvent::MouseButtonRelease)}) {
+      QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::AsynchronousDelivery>(
+          &view, at, view.mapToGlobal(at.toPoint()), buttons, Qt::LeftButton, type);
+    }
+  }
+  int taps() const { return view.rootObject()->property("taps").toInt(); }
+
+  support::TestServices services;
+  platform::MainThread& main = services.main;
+  OvProgressHUD* hud = nullptr;
+  QQuickView view;
+  std::atomic<int> frames{0};
+};
+
+TEST_F(OverlayDuringWaitTest, TheWindowGoesOnPaintingAndTheCountdownCounts) {
+  OvProgressHUD::showWithStatus("Updating...");
+  std::thread counter([] { OvProgressHUD::setTimeout("29"); });
+  waitForFrames(30);
+  counter.join();
+  EXPECT_EQ(hud->countdown(), QStringLiteral("29"));
+  EXPECT_TRUE(hud->spinning());
+}
+
+TEST_F(OverlayDuringWaitTest, AFinishedMessageFadesDuringTheNextRequest) {
+  OvProgressHUD::showWithStatus("Updating...");
+  OvProgressHUD::dismissWithSuccess("Updated!");
+  main.post([this] { services.clock.advanceSeconds(2); }, Lane::overlay);
+  waitUntilGone();
+  EXPECT_FALSE(hud->panelShown());
+}
+
+TEST_F(OverlayDuringWaitTest, ATouchBesideAMessageWithoutMaskWaitsAndThenHappens) {
+  OvProgressHUD::showWithStatus("Look", OvProgressHUDMaskTypeNone);
+  main.post([this] { click(); }, Lane::overlay);
+  waitForFrames(5);
+  EXPECT_EQ(taps(), 0);
+  spinUntil([this] { return taps() == 1; });
+}
+
+TEST_F(OverlayDuringWaitTest, ATouchOnTheMaskIsSwallowedThoughTheOverlayGoesRightAfter) {
+  OvProgressHUD::showWithStatus("Updating...");
+  spinForFrames(3);
+  main.post([this] { click(); }, Lane::overlay);
+  waitForFrames(5);
+  OvProgressHUD::showWithStatus("Look", OvProgressHUDMaskTypeNone);
+  spinForFrames(5);
+  EXPECT_EQ(taps(), 0);
+}
+
+TEST_F(OverlayDuringWaitTest, ATouchOnTheMaskIsSwallowedThoughTheOverlayGoesDuringTheWait) {
+  OvProgressHUD::showWithStatus("Updating...");
+  spinForFrames(3);
+  main.post([this] { click(); }, Lane::overlay);
+  main.post([] { OvProgressHUD::dismiss(); }, Lane::overlay);
+  waitUntilGone();
+  spinForFrames(5);
+  EXPECT_EQ(taps(), 0);
+}
+
+}  // namespace
+}  // namespace seedmote
