@@ -11,7 +11,7 @@ checks of the code. No display is needed. Ends with ctest's own summary; fails w
 
   --preset NAME     release (default), dev, asan or tsan
   --help            this text
-  -- CTEST-OPTION   for example: -- -R client    -- -L check    -- -LE check
+  -- CTEST-OPTION   for example: -- -R client    -- -LE check    -- -C lint (with the slow check)
 TEXT
 }
 
