@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "json/Value.h"
+
+namespace seedmote::json {
+
+// What went wrong, for a caller that hands errors on.
+struct JsonError {
+  std::string domain;
+  int code = 0;
+  std::string localizedDescription;
+};
+inline constexpr std::string_view jsonErrorDomain = "org.seedmote.json";
+
+// Reads one whole document: text in, one value or a message out. Used by one thread.
+class YxJsonParser {
+ public:
+  Value objectWithData(std::string_view data);  // UTF-8; absent on failure
+  Value objectWithString(std::string_view text) { return objectWithData(text); }
+  // On failure `error`, unless null, becomes what error() says.
+  Value objectWithString(std::string_view text, std::optional<JsonError>* error);
+
+  // Containers within each other; 32 unless set.
+  std::size_t maxDepth() const { return maxDepth_; }
+  void setMaxDepth(std::size_t depth) { maxDepth_ = depth; }
+  // The last failure's message; a success does not clear it.
+  const std::string& error() const { return error_; }
+
+ private:
+  std::size_t maxDepth_ = 32;
+  std::string error_;
+};
+
+}  // namespace seedmote::json

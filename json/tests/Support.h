@@ -1,0 +1,68 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "json/Value.h"
+#include "json/YxJsonStreamParser.h"
+
+namespace seedmote::json::test {
+
+// A value with its kinds: i and u before integers, d before decimals, r before reals, texts in quotes.
+inline std::string dump(ValueRef value) {
+  std::string text;
+  switch (value.kind()) {
+    case Kind::array:
+      for (const ValueRef element : value.elements()) text += (text.empty() ? "" : ",") + dump(element);
+      return "[" + text + "]";
+    case Kind::dictionary:
+      for (const Entry& entry : value.entries()) {
+        text += (text.empty() ? "" : ",") + std::string(entry.key) + "=" + dump(entry.value);
+      }
+      return "{" + text + "}";
+    case Kind::boolean:
+      return value.boolValue() ? "true" : "false";
+    case Kind::signedInteger:
+      return "i" + value.description();
+    case Kind::unsignedInteger:
+      return "u" + value.description();
+    case Kind::decimal:
+      return "d" + value.description();
+    case Kind::real:
+      return "r" + value.description();
+    case Kind::string:
+      return "'" + value.description() + "'";
+    default:
+      return value.description();
+  }
+}
+
+// Records the events as one line.
+class EventRecorder final : public YxJsonStreamParserDelegate {
+ public:
+  std::string events;
+
+  void parserFoundObjectStart(YxJsonStreamParserBase&) override { events += "{ "; }
+  void foundObjectKey(YxJsonStreamParserBase&, std::string_view key) override {
+    events += "key:" + std::string(key) + " ";
+  }
+  void parserFoundObjectEnd(YxJsonStreamParserBase& parser) override { end("}", parser); }
+  void parserFoundArrayStart(YxJsonStreamParserBase&) override { events += "[ "; }
+  void parserFoundArrayEnd(YxJsonStreamParserBase& parser) override { end("]", parser); }
+  void foundBoolean(YxJsonStreamParserBase&, bool value) override { events += value ? "true " : "false "; }
+  void parserFoundNull(YxJsonStreamParserBase&) override { events += "null "; }
+  void foundNumber(YxJsonStreamParserBase&, const detail::Number& number) override {
+    events += "number:" + std::to_string(number.magnitude) + " ";
+  }
+  void foundString(YxJsonStreamParserBase&, std::string_view text) override {
+    events += "string:" + std::string(text) + " ";
+  }
+
+ private:
+  // An end is told once the parser has moved on.
+  void end(const char* bracket, YxJsonStreamParserBase& parser) {
+    events += bracket + ("<" + std::string(parser.state()->name()) + "> ");
+  }
+};
+
+}  // namespace seedmote::json::test
