@@ -46,6 +46,8 @@ Sinks& sinks() {
   return *all;
 }
 
+std::atomic<bool> muted = false;
+
 void tellSinks(std::string_view format, const FormatArg* args, std::size_t count) {
   if (sinks().count.load(std::memory_order_acquire) == 0) return;
   const std::string text = formatText(format, args, count);
@@ -72,11 +74,12 @@ namespace detail {
 
 void writeLog(std::string_view format, const FormatArg* args, std::size_t count) {
   tellSinks(format, args, count);
-  standardError().write(format, args, count);
+  if (!muted.load(std::memory_order_relaxed)) standardError().write(format, args, count);
 }
 
 void writeRowLog(const char* format, const FormatArg* args, std::size_t count) {
   tellSinks(format, args, count);
+  if (muted.load(std::memory_order_relaxed)) return;
   if (standardError().admitsRow(format)) standardError().write(format, args, count);
 }
 
@@ -95,6 +98,10 @@ void removeLogSink(LogSink& sink) {
 
 void flushLog() {
   standardError().flush(kFlushPatience);
+}
+
+void muteStandardError() {
+  muted = true;
 }
 
 void installLogTerminateHandler() {

@@ -26,6 +26,9 @@ void removeLogSink(LogSink& sink);
 // Called by itself at exit.
 void flushLog();
 
+// From now on records reach sinks alone, for a run that is to print nothing.
+void muteStandardError();
+
 // Has an exception that nobody catches logged, and the log flushed, before the program aborts.
 void installLogTerminateHandler();
 

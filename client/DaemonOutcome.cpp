@@ -1,0 +1,65 @@
+#include "client/DaemonOutcome.h"
+
+#include <string_view>
+
+namespace seedmote {
+
+using platform::HttpAnswer;
+using platform::HttpError;
+
+namespace {
+
+DaemonCondition ofError(HttpError error) {
+  switch (error) {
+    case HttpError::refused:
+      return DaemonCondition::nobodyListens;
+    case HttpError::badUrl:
+    case HttpError::unknownHost:
+      return DaemonCondition::unknownHost;
+    case HttpError::timedOut:
+      return DaemonCondition::noAnswer;
+    case HttpError::noTls:
+      return DaemonCondition::noTls;
+    case HttpError::tls:
+      return DaemonCondition::tlsTrouble;
+    case HttpError::notHttp:
+    case HttpError::tooManyRedirects:
+      return DaemonCondition::notTransmission;
+    case HttpError::tooLarge:
+      return DaemonCondition::unreadable;
+    case HttpError::cancelled:
+      return DaemonCondition::cancelled;
+    default:
+      return DaemonCondition::brokenOff;
+  }
+}
+
+DaemonCondition ofStatus(int status, std::string_view body) {
+  switch (status) {
+    case 200:
+      return body.starts_with('{') ? DaemonCondition::answered : DaemonCondition::notTransmission;
+    case 401:
+      return DaemonCondition::loginRefused;
+    case 403:
+      return body.find("unsuccessful login attempts") != std::string_view::npos
+                 ? DaemonCondition::lockedOut
+                 : DaemonCondition::addressNotAllowed;
+    case 409:
+      return DaemonCondition::newSession;
+    case 421:
+      return DaemonCondition::hostNotAllowed;
+    default:
+      return DaemonCondition::notTransmission;
+  }
+}
+
+}  // namespace
+
+DaemonOutcome judgeAnswer(const HttpAnswer& answer) {
+  if (answer.error != HttpError::none) {
+    return {ofError(answer.error), answer.message};
+  }
+  return {ofStatus(answer.status, answer.body), answer.message};
+}
+
+}  // namespace seedmote

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "json/Value.h"
+
+namespace seedmote {
+
+// One answer of the daemon.
+struct RVSOAPResult {
+  std::string statuscode;               // the HTTP status as text; "0" when no HTTP answer came
+  std::optional<std::string> response;  // the body; absent when there is none or it is no UTF-8
+
+  // The body read as JSON; absent when it is none. A large body on the main thread is read by a worker
+  // while the window goes on painting.
+  json::Value getResponseDict() const;
+};
+
+}  // namespace seedmote

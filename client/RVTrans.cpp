@@ -1,0 +1,104 @@
+#include "client/RVTrans.h"
+
+#include <mutex>
+
+#include "platform/core/Log.h"
+#include "widgets/OvProgressHUD.h"
+
+namespace seedmote {
+
+namespace {
+
+std::atomic<_RVTrans*> _trans{nullptr};
+
+// The one client, made on first use.
+_RVTrans& client() {
+  _RVTrans* current = _trans.load(std::memory_order_acquire);
+  if (current != nullptr) {
+    return *current;
+  }
+  static std::mutex making;
+  const std::lock_guard lock(making);
+  current = _trans.load(std::memory_order_acquire);
+  if (current == nullptr) {
+    current = new _RVTrans;
+    _trans.store(current, std::memory_order_release);
+  }
+  return *current;
+}
+
+}  // namespace
+
+void RVTrans::init() {
+  _RVTrans& trans = client();
+  if (!trans.isConnected()) {
+    platform::log("try to connect********\n");
+    trans.connectDaemonAsynch();
+  }
+}
+
+std::int32_t RVTrans::getRPCVersion() {
+  return isConnected() ? client().rpc_version() : -1;
+}
+
+std::optional<std::string> RVTrans::getDaemonVersion() {
+  return isConnected() ? client().sessionInfo()->daemonversion.get() : std::nullopt;
+}
+
+std::shared_ptr<RVSessionStatus> RVTrans::getSessionStatus() {
+  if (!isConnected()) {
+    return nullptr;
+  }
+  client().getSessionStats();
+  const std::shared_ptr<RVSessionStatus>& session = client().sessionInfo();
+  return session->dirty.exchange(false) ? session : nullptr;
+}
+
+json::Value RVTrans::getTorrentList() {
+  init();
+  return client().getTorrentList();
+}
+
+void RVTrans::updateAllTorrents() {
+  init();
+  if (isConnected() && !isUpdating()) {
+    OvProgressHUD::showWithStatus("Updating...");
+    client().updateAllTorrents();
+    OvProgressHUD::dismissWithSuccess("Updated!");
+  }
+}
+
+bool RVTrans::isUpdating() {
+  return _trans != nullptr && client().isUpdating();
+}
+
+bool RVTrans::isConnected() {
+  return _trans != nullptr && client().isConnected();
+}
+
+bool RVTrans::isNewData() {
+  return _trans != nullptr && client().isNewData();
+}
+
+std::shared_ptr<RVTorrentInfo> RVTrans::getTorrentInfo() {
+  init();
+  return isConnected() ? client().getTorrentInfo(client().selectedidx()) : nullptr;
+}
+
+void RVTrans::selectTorrent(std::int64_t torrent) {
+  client().setSelectedidx(torrent);
+}
+
+std::int64_t RVTrans::getTorrentSelection() {
+  return _trans != nullptr ? client().selectedidx() : _RVTrans::kNoSelection;
+}
+
+DaemonOutcome RVTrans::lastOutcome() {
+  return _trans != nullptr ? client().lastOutcome() : DaemonOutcome();
+}
+
+void RVTrans::drop() {
+  delete _trans.exchange(nullptr);
+}
+
+}  // namespace seedmote

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "client/_RVTrans.h"
+
+namespace seedmote {
+
+// The client as screens see it: class-level operations over the one _RVTrans of the process.
+//
+// Operations that begin with init() start another connection attempt while the client is not connected.
+// Synchronous requests block their caller for up to the time-out; any thread may call.
+class RVTrans final {
+ public:
+  RVTrans() = delete;
+
+  // Makes the client on first use; while it is not connected, starts a connection attempt.
+  static void init();
+
+  // -1 while not connected, or not yet known.
+  static std::int32_t getRPCVersion();
+  // Absent while not connected.
+  static std::optional<std::string> getDaemonVersion();
+  // Fetches the statistics; absent while not connected. The one record of the client, newest values.
+  static std::shared_ptr<RVSessionStatus> getSessionStatus();
+
+  // Begins with init(). An array of dictionaries with the fields of the list query.
+  static json::Value getTorrentList();
+  // Begins with init(). Does nothing while not connected, or while an update is under way.
+  static void updateAllTorrents();
+  static bool isUpdating();
+  static bool isConnected();
+  // True once after each update.
+  static bool isNewData();
+  // Begins with init(). The selected torrent's details; absent while not connected. Raises
+  // std::out_of_range when the daemon does not know the torrent.
+  static std::shared_ptr<RVTorrentInfo> getTorrentInfo();
+
+  // A torrent's id; -1 for none.
+  static void selectTorrent(std::int64_t torrent);
+  static std::int64_t getTorrentSelection();
+
+  // What the latest exchange came to, for the texts that explain an empty screen.
+  static DaemonOutcome lastOutcome();
+
+  // Forgets the client, so that a test starts afresh. No thread may still use it.
+  static void drop();
+};
+
+}  // namespace seedmote

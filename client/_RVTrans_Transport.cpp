@@ -1,0 +1,193 @@
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+#include "client/RVUtility.h"
+#include "client/StoredSetting.h"
+#include "client/_RVTrans.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Http.h"
+#include "platform/core/Log.h"
+#include "platform/core/MainThread.h"
+#include "platform/core/Services.h"
+#include "platform/core/Threads.h"
+#include "platform/core/Utf8.h"
+#include "widgets/OvProgressHUD.h"
+
+namespace seedmote {
+
+using platform::format;
+using platform::log;
+
+namespace {
+
+constexpr int kResendsWithoutPause = 3;
+constexpr double kResendPause = 1;  // seconds
+
+bool isGiven(const std::optional<std::string>& text) {
+  return text && !text->empty();
+}
+
+std::string soapMessageOf(const RVSOAPRequest& request) {
+  std::string text = format("{\n \"method\" : \"%@\" ,\n", request.method);
+  if (isGiven(request.arguments)) {
+    text += format("\"arguments\" : %@ \n", *request.arguments);
+  }
+  if (isGiven(request.tag)) {
+    text += format("\"tag\" : \"%@\" \n", *request.tag);
+  }
+  return text + "}";
+}
+
+platform::HttpRequest httpRequest(const RVDaemonInfo& info, const std::string& session,
+                                  const std::string& body, double timeout) {
+  platform::HttpRequest request;
+  request.url = format("%@://%@/transmission/rpc", info.httpprotocol, info.ipAddress);
+  request.method = "POST";
+  request.timeoutSeconds = timeout;
+  request.body = body;
+  request.headers.push_back({"X-Transmission-Session-Id", session});
+  if (info.authorization != ":") {
+    request.headers.push_back({"Authorization", "Basic " + RVUtility::Data2Base64(info.authorization)});
+  }
+  return request;
+}
+
+// The piece of `text` between the first `<code>` and the first `</code>`.
+std::string_view betweenMarkers(std::string_view text) {
+  constexpr std::string_view open = "<code>";
+  const std::size_t start = text.find(open);
+  const std::size_t end = text.find("</code>");
+  if (start == std::string_view::npos || end == std::string_view::npos || end < start + open.size()) {
+    throw std::out_of_range("the 409 answer has no code element");
+  }
+  return text.substr(start + open.size(), end - start - open.size());
+}
+
+std::string_view secondPiece(std::string_view text) {
+  constexpr std::string_view separator = ": ";
+  const std::size_t first = text.find(separator);
+  if (first == std::string_view::npos) {
+    throw std::out_of_range("the 409 answer's code element names no session id");
+  }
+  const std::string_view rest = text.substr(first + separator.size());
+  return rest.substr(0, rest.find(separator));
+}
+
+// One exchange in flight: the countdown runs while this lives.
+class InFlight {
+ public:
+  explicit InFlight(std::atomic<bool>& counting) : counting_(counting) { counting_ = true; }
+  ~InFlight() {
+    counting_ = false;
+    *over_ = true;
+    platform::services().threads.wakeSleepers();
+  }
+  InFlight(const InFlight&) = delete;
+  InFlight& operator=(const InFlight&) = delete;
+
+  std::shared_ptr<const std::atomic<bool>> over() const { return over_; }
+
+ private:
+  std::atomic<bool>& counting_;
+  std::shared_ptr<std::atomic<bool>> over_ = std::make_shared<std::atomic<bool>>(false);
+};
+
+}  // namespace
+
+RVSOAPResult _RVTrans::sendCommand(const RVSOAPRequest& request) {
+  const std::string soapMessage = soapMessageOf(request);
+  log("sendCommand\n");
+  log("sendCommand:soapMessage = %@\n", soapMessage);
+  log("finished sendCommand\n");
+  return sendCommandStringRetry(soapMessage);
+}
+
+RVSOAPResult _RVTrans::sendCommandStringRetry(const std::string& soapMessage) {
+  const std::int64_t timeout = storedTimeout();
+  log("sendCommandStringRetry = %ld Sec", timeout);
+  return sendCommandString(soapMessage, static_cast<double>(timeout));
+}
+
+RVSOAPResult _RVTrans::sendCommandString(const std::string& soapMessage, double timeoutInterval) {
+  RVSOAPResult first = exchangeOnce(soapMessage, timeoutInterval);
+  platform::Threads& threads = platform::services().threads;
+  std::string statuscode = first.statuscode;
+  std::optional<std::string> body = statuscode == "409" ? first.response : std::nullopt;
+  int resent = 0;
+  while (statuscode == "409" && !threads.isStopping()) {
+    const SessionID session = getSessionID(body);
+    sessionInfo_->sessionID.set(session);
+    log("updated new session id = %@\n", session);
+    if (resent >= kResendsWithoutPause) {
+      platform::services().main.wait([&] { threads.sleep(kResendPause); });
+    }
+    const std::int64_t timeout = storedTimeout();
+    log("sendCommandStringRetry = %ld Sec", timeout);
+    RVSOAPResult again = exchangeOnce(soapMessage, static_cast<double>(timeout));
+    statuscode = std::move(again.statuscode);
+    body = std::move(again.response);
+    ++resent;
+  }
+  // One line for each time that the text was sent.
+  for (int sent = 0; sent <= resent; ++sent) {
+    log("finished sendCommandString\n");
+  }
+  return first;
+}
+
+RVSOAPResult _RVTrans::exchangeOnce(const std::string& soapMessage, double timeoutInterval) {
+  const platform::Services& services = platform::services();
+  log("sendCommandString\n");
+  log("soapMessage = %@\n", soapMessage);
+  const std::string session = sessionInfo_->sessionID.get().value_or("");
+  const platform::HttpRequest request = httpRequest(daemonInfo_.get(), session, soapMessage, timeoutInterval);
+  const double realTimeout = platform::Http::realTimeout(timeoutInterval);
+  log("url = %@\n", request.url);
+  log("real timeout = %f\n", realTimeout);
+
+  platform::HttpAnswer answer;
+  {
+    const InFlight inFlight(bCountingTimeout_);
+    services.threads.start("countdown", [this, realTimeout, over = inFlight.over()] {
+      countdownTimeout(static_cast<float>(realTimeout), *over);
+    });
+    log("sending... data by sendSynchronousRequest\n");
+    answer = services.main.wait([&] { return services.http.exchange(request); });
+    log("sent data by sendSynchronousRequest\n");
+  }
+  lastOutcome_.set(judgeAnswer(answer));
+
+  RVSOAPResult result;
+  if (answer.hasBody && platform::isValidUtf8(answer.body)) {
+    result.response = std::move(answer.body);
+  }
+  result.statuscode = format("%ld", answer.status);
+  log("resString = \n%@\n", result.response);
+  log("satuscode = %@\n", result.statuscode);
+  return result;
+}
+
+void _RVTrans::countdownTimeout(float seconds, const std::atomic<bool>& over) const {
+  const platform::Services& services = platform::services();
+  const platform::Clock::Duration deadline = services.clock.now() + platform::seconds(seconds);
+  while (bCountingTimeout_ && !over) {
+    const std::chrono::duration<double> left = deadline - services.clock.now();
+    OvProgressHUD::setTimeout(format("%.0f", left.count()));
+    if (!services.threads.sleepUnless(1, [&over] { return over.load(); })) {
+      return;
+    }
+  }
+}
+
+_RVTrans::SessionID _RVTrans::getSessionID(const std::optional<std::string>& body) const {
+  log("getSessionID\n");
+  SessionID session;
+  if (body) {
+    session = std::string(secondPiece(betweenMarkers(*body)));
+  }
+  log("New session-id: \"%@\"\n", session);
+  return session;
+}
+
+}  // namespace seedmote

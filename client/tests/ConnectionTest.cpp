@@ -1,0 +1,156 @@
+#include <gmock/gmock.h>
+
+#include "client/_RVTrans.h"
+#include "client/tests/ClientFixture.h"
+
+namespace seedmote {
+namespace {
+
+using platform::HttpError;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ConnectionTest : public ClientFixture {};
+
+TEST_F(ConnectionTest, TheHandShakeFetchesStatisticsDaemonAndListInThatOrder) {
+  answerLikeADaemon();
+  RVTrans::init();
+  EXPECT_EQ(overlayText(), "Connecting to daemon\nhttp://10.0.0.7:9091");
+  services.finishThreads();
+  EXPECT_TRUE(RVTrans::isConnected());
+  const std::string list =
+      "{\n \"method\" : \"torrent-get\" ,\n\"arguments\" : {\"fields\":[\"rateUpload\",\"rateDownload\","
+      "\"totalSize\",\"percentDone\",\"name\",\"uploadedEver\",\"status\",\"id\",\"isFinished\","
+      "\"leftUntilDone\"]} \n}";
+  EXPECT_THAT(bodies(), ElementsAre(kStats, kStats, kStats, kInfo, list));
+  EXPECT_EQ(overlayText(), "Daemon is connected!");
+  EXPECT_EQ(RVTrans::getRPCVersion(), 16);
+  EXPECT_EQ(RVTrans::getDaemonVersion(), "3.00 (bb6b5a062e)");
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 2U);
+}
+
+// The lines of a whole start, without those of the countdown's own threads.
+TEST_F(ConnectionTest, AStartIsLoggedLineByLine) {
+  enqueue({page(409, sessionPage("abc")), page(200, kStatsAnswer), page(200, kStatsAnswer),
+           page(200, kInfoAnswer), page(200, kListAnswer)});
+  RVTrans::init();
+  services.finishThreads();
+  std::vector<std::string> start;
+  for (const std::string& line : lines.records()) {
+    if (!line.starts_with("Ov timeout")) start.push_back(line);
+  }
+  const std::vector<std::string> expected = {"initTransmission\n",
+                                             "finished initTransmission\n",
+                                             "try to connect********\n",
+                                             "initTransDaemonInfo\n",
+                                             "Connecting to 10.0.0.7:9091",
+                                             "finished initTransDaemonInfo\n",
+                                             "Going to dispatch showWithStatus\n",
+                                             "Start to show message\n",
+                                             "Finished to dispatch showWithStatus\n",
+                                             "connect to daemon\n",
+                                             "sendCommandStringRetry = 30 Sec",
+                                             "sendCommandString\n",
+                                             "soapMessage = {\"method\":\"session-stats\"}\n",
+                                             "url = http://10.0.0.7:9091/transmission/rpc\n",
+                                             "real timeout = 30.000000\n",
+                                             "sending... data by sendSynchronousRequest\n",
+                                             "sent data by sendSynchronousRequest\n",
+                                             "resString = \n" + sessionPage("abc") + "\n",
+                                             "satuscode = 409\n",
+                                             "getSessionID\n",
+                                             "New session-id: \"abc\"\n",
+                                             "updated new session id = abc\n",
+                                             "sendCommandStringRetry = 30 Sec",
+                                             "sendCommandString\n",
+                                             "soapMessage = {\"method\":\"session-stats\"}\n",
+                                             "url = http://10.0.0.7:9091/transmission/rpc\n",
+                                             "real timeout = 30.000000\n",
+                                             "sending... data by sendSynchronousRequest\n",
+                                             "sent data by sendSynchronousRequest\n",
+                                             "resString = \n" + std::string(kStatsAnswer) + "\n",
+                                             "satuscode = 200\n",
+                                             "finished sendCommandString\n",
+                                             "finished sendCommandString\n"};
+  ASSERT_GT(start.size(), expected.size());
+  EXPECT_EQ(std::vector(start.begin(), start.begin() + expected.size()), expected);
+  EXPECT_TRUE(lines.contains("Finished connect deamon, new session id = abc\n"));
+  EXPECT_TRUE(lines.contains("bConnected = TRUE\n"));
+  EXPECT_TRUE(lines.contains("rpc-version-minimum = 1\n"));
+  EXPECT_EQ(start.back(), "finished connectDaemon\n");
+}
+
+TEST_F(ConnectionTest, EveryOtherFirstAnswerEndsTheAttemptWithItsCode) {
+  const std::string timeout = "Failed to connecting daemon!\nhttp://10.0.0.7:9091\nError: Timeout";
+  const std::string refused = "Failed to connecting daemon!\nhttp://10.0.0.7:9091\nError: Unauthorized User";
+  struct Case {
+    const char* what;
+    platform::HttpAnswer answer;
+    std::int64_t code;
+    std::string text;
+    std::string session;
+  };
+  const Case cases[] = {
+      {"nobody listens", failure(HttpError::refused), 5, timeout, ""},
+      {"no answer", failure(HttpError::timedOut), 5, timeout, ""},
+      {"accepted at once", page(200, kStatsAnswer), 5, timeout, ""},
+      {"the daemon's own refusal",
+       page(401, "<h1>401: Unauthorized</h1><p>Unauthorized User. 2 unsuccessful login attempts.</p>"), 5,
+       timeout, ""},
+      {"an old daemon's refusal", page(401, "<h1>401: Unauthorized</h1>Unauthorized User"), 4, refused,
+       "kept"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    _RVTrans client;
+    client.initTransDaemonInfo();
+    client.sessionInfo()->sessionID.set("kept");
+    OvProgressHUD::showWithStatus("Connecting");
+    enqueue({c.answer});
+    const json::Value result = client.connectDaemon();
+    services.finishThreads();
+    EXPECT_EQ(result.ref()["errorcode"].longLongValue(), c.code);
+    EXPECT_EQ(overlayText(), c.text);
+    EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("success"));
+    EXPECT_EQ(client.sessionInfo()->sessionID.get(), c.session);
+    EXPECT_FALSE(client.isConnected());
+    EXPECT_TRUE(lines.contains("bConnected = FALSE\n"));
+  }
+}
+
+TEST_F(ConnectionTest, AnAttemptWhoseDaemonNamesNoVersionStillEndsWithAMessage) {
+  enqueue({page(409, sessionPage("abc")), page(200, kStatsAnswer), page(200, kStatsAnswer),
+           page(200, "{\"arguments\":{}}")});
+  RVTrans::init();
+  services.finishThreads();
+  EXPECT_TRUE(RVTrans::isConnected());
+  EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("error"));
+  EXPECT_FALSE(overlayText().empty());
+  EXPECT_TRUE(lines.contains("Raised in connection: the daemon's answer names no version\n"));
+  EXPECT_EQ(RVTrans::getRPCVersion(), -1);
+}
+
+TEST_F(ConnectionTest, WhileNotConnectedEachListReadTriesAgain) {
+  services.scripted.setHandler([](const auto&) { return failure(HttpError::refused); });
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U);
+  EXPECT_EQ(RVTrans::getTorrentInfo(), nullptr);
+  RVTrans::updateAllTorrents();
+  services.finishThreads();
+  EXPECT_EQ(bodies().size(), 3U);
+  EXPECT_EQ(lines.count("try to connect********\n"), 3);
+  EXPECT_EQ(RVTrans::getRPCVersion(), -1);
+  EXPECT_EQ(RVTrans::getDaemonVersion(), std::nullopt);
+  EXPECT_EQ(RVTrans::getSessionStatus(), nullptr);
+}
+
+TEST_F(ConnectionTest, NothingIsAskedBeforeTheFirstUse) {
+  EXPECT_FALSE(RVTrans::isConnected());
+  EXPECT_FALSE(RVTrans::isUpdating());
+  EXPECT_FALSE(RVTrans::isNewData());
+  EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
+  EXPECT_EQ(RVTrans::lastOutcome().condition, DaemonCondition::notAsked);
+  EXPECT_THAT(lines.records(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace seedmote
