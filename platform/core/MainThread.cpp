@@ -1,9 +1,11 @@
 #include "platform/core/MainThread.h"
 
-#include <QAbstractEventDispatcher>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
 #include <QCoreApplication>
-#include <QEvent>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <QThread>
 #include <atomic>
 #include <deque>
@@ -25,7 +27,8 @@ class MainThread::Impl final : public QObject {
     std::uint64_t turn = 0;
   };
 
-  explicit Impl(MainThread& owner) : owner_(owner) {}
+  explicit Impl(MainThread& owner);
+  ~Impl() override;
 
   void push(std::string where, Work work, Lane lane);
   void drain();
@@ -42,14 +45,9 @@ class MainThread::Impl final : public QObject {
   std::mutex handlerMutex;
   std::function<void(std::exception_ptr)> raisedHandler;
 
- protected:
-  bool event(QEvent* event) override;
-
  private:
-  static QEvent::Type wakeType() {
-    static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
-    return type;
-  }
+  void wake() const;
+  void woken();
   bool take(Item& item);
   bool hasRunnable();
   void wakeIfNeeded();
@@ -59,8 +57,37 @@ class MainThread::Impl final : public QObject {
   std::deque<Item> overlay_;
   std::uint64_t turns_ = 0;
   bool wakePosted_ = false;
+  const int wakeUp_;  // a counter that the event loop watches: no allocation, no lock of Qt's
+  QSocketNotifier notifier_;
   WaitWorker worker_;
 };
+
+MainThread::Impl::Impl(MainThread& owner)
+    : owner_(owner),
+      wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      notifier_(wakeUp_, QSocketNotifier::Read) {
+  connect(&notifier_, &QSocketNotifier::activated, this, &Impl::woken);
+}
+
+MainThread::Impl::~Impl() {
+  notifier_.setEnabled(false);
+  close(wakeUp_);
+}
+
+void MainThread::Impl::wake() const {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const ssize_t written = write(wakeUp_, &one, sizeof one);
+}
+
+void MainThread::Impl::woken() {
+  std::uint64_t count = 0;
+  [[maybe_unused]] const ssize_t got = read(wakeUp_, &count, sizeof count);
+  {
+    const std::lock_guard lock(mutex_);
+    wakePosted_ = false;
+  }
+  drain();
+}
 
 void MainThread::Impl::push(std::string where, Work work, Lane lane) {
   {
@@ -82,19 +109,7 @@ void MainThread::Impl::wakeIfNeeded() {
     }
     wakePosted_ = true;
   }
-  QCoreApplication::postEvent(this, new QEvent(wakeType()));
-}
-
-bool MainThread::Impl::event(QEvent* event) {
-  if (event->type() != wakeType()) {
-    return QObject::event(event);
-  }
-  {
-    const std::lock_guard lock(mutex_);
-    wakePosted_ = false;
-  }
-  drain();
-  return true;
+  wake();
 }
 
 bool MainThread::Impl::take(Item& item) {
@@ -147,7 +162,7 @@ void MainThread::Impl::waitFor(const Work& job) {
       raised = std::current_exception();
     }
     done = true;
-    QAbstractEventDispatcher::instance(thread())->wakeUp();
+    wake();
   });
   while (!done && !quitting) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
@@ -182,7 +197,9 @@ void MainThread::Impl::handOn(const std::exception_ptr& raised) {
   }
 }
 
-void MainThread::prepareProcess() { qputenv("QT_NO_GLIB", "1"); }
+void MainThread::prepareProcess() {
+  qputenv("QT_NO_GLIB", "1");
+}
 
 MainThread::MainThread() : impl_(std::make_unique<Impl>(*this)) {}
 
