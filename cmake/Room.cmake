@@ -71,15 +71,17 @@ function(seedmote_spare_generated_code name)
   endforeach()
 endfunction()
 
-# seedmote_qml_room(NAME URI uri QML_FILES file... [SOURCES file...] [ROOMS room...] [LIBRARIES target...])
+# seedmote_qml_room(NAME URI uri QML_FILES file... [SOURCES file...] [ROOMS room...] [LIBRARIES target...]
+#                   [IMPORTS uri...])
+# IMPORTS: our own modules whose types this one's C++ types name.
 # A room that is also a QML module, compiled ahead of time. Programs link NAMEplugin beside NAME.
 function(seedmote_qml_room name)
-  cmake_parse_arguments(room "" "URI" "QML_FILES;SOURCES;ROOMS;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(room "" "URI" "QML_FILES;SOURCES;ROOMS;LIBRARIES;IMPORTS" ${ARGN})
   string(REPLACE "." "/" path ${room_URI})
   set(CMAKE_AUTOMOC ON)
   qt_add_qml_module(${name} STATIC URI ${room_URI} VERSION 1.0
     RESOURCE_PREFIX /qt-project.org/imports OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
-    QML_FILES ${room_QML_FILES} SOURCES ${room_SOURCES})
+    DEPENDENCIES QtQuick ${room_IMPORTS} QML_FILES ${room_QML_FILES} SOURCES ${room_SOURCES})
   seedmote_spare_generated_code(${name})
   # The type registration includes headers by their bare names.
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

@@ -1,0 +1,115 @@
+import QtQuick
+import Seedmote.Platform
+
+// A table with what moves it: touch, wheel and keys. Children of `header` stand above the first row and
+// come into view when the content is pulled down; those of `placeholder` show while there are no rows.
+Item {
+    id: root
+
+    required property TableView table
+    required property Component delegate
+    property string label
+    default property alias placeholder: empty.data
+    property alias header: header.data
+
+    Accessible.role: Accessible.List
+    Accessible.name: root.label
+    activeFocusOnTab: true
+
+    Keys.onUpPressed: root.table.scrollByRows(-1)
+    Keys.onDownPressed: root.table.scrollByRows(1)
+    Keys.onPressed: event => {
+        switch (event.key) {
+        case Qt.Key_PageUp:
+            root.table.scrollByPages(-1);
+            break;
+        case Qt.Key_PageDown:
+        case Qt.Key_Space:
+            root.table.scrollByPages(1);
+            break;
+        case Qt.Key_Home:
+            root.table.scrollToEnd(false);
+            break;
+        case Qt.Key_End:
+            root.table.scrollToEnd(true);
+            break;
+        default:
+            return;
+        }
+        event.accepted = true;
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: root.table.backgroundColor
+    }
+
+    Flickable {
+        id: flickable
+
+        anchors.fill: parent
+        clip: true
+        interactive: root.table.scrollEnabled
+        flickableDirection: Flickable.VerticalFlick
+        contentWidth: width
+        contentHeight: root.table.contentHeight
+        topMargin: root.table.insetTop
+        bottomMargin: root.table.insetBottom
+        onDragStarted: root.table.beginDragging()
+        onDragEnded: root.table.endDragging(flickable.flicking)
+
+        Item {
+            id: header
+
+            width: flickable.width
+            height: childrenRect.height
+            y: -height
+        }
+
+        TableRows {
+            y: flickable.contentY
+            width: flickable.width
+            height: flickable.height
+            contentY: flickable.contentY
+            table: root.table
+            delegate: root.delegate
+        }
+    }
+
+    Item {
+        id: empty
+
+        anchors.fill: parent
+        visible: root.table.empty
+    }
+
+    ScrollIndicator {
+        flickable: flickable
+        anchors.right: parent.right
+        anchors.rightMargin: 2
+    }
+
+    NumberAnimation {
+        id: glide
+
+        target: flickable
+        property: "contentY"
+        duration: 300
+        easing.type: Easing.InOutQuad
+    }
+
+    Connections {
+        target: root.table
+
+        function onScrollRequested(offset: real, animated: bool) {
+            flickable.cancelFlick();
+            glide.stop();
+            if (animated) {
+                glide.to = offset;
+                glide.start();
+            } else {
+                flickable.contentY = offset;
+            }
+        }
+    }
+}

@@ -1,0 +1,175 @@
+#include "platform/ui/TableRows.h"
+
+#include <QMouseEvent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <utility>
+
+namespace seedmote::platform {
+
+TableRows::TableRows(QQuickItem* parent) : QQuickItem(parent) {
+  setAcceptedMouseButtons(Qt::LeftButton);
+}
+
+TableRows::~TableRows() {
+  dropDelegates();
+}
+
+void TableRows::setTable(TableView* table) {
+  if (table_ == table) {
+    return;
+  }
+  if (table_) {
+    disconnect(table_, nullptr, this, nullptr);
+  }
+  dropDelegates();
+  table_ = table;
+  if (table_) {
+    connect(table_, &TableView::liveRowsChanged, this, &TableRows::showLiveRows);
+    table_->setViewport(contentY_, height());
+  }
+  showLiveRows();
+  Q_EMIT tableChanged();
+}
+
+void TableRows::setDelegate(QQmlComponent* delegate) {
+  if (delegate_ != delegate) {
+    dropDelegates();
+    delegate_ = delegate;
+    showLiveRows();
+    Q_EMIT delegateChanged();
+  }
+}
+
+void TableRows::setContentY(qreal contentY) {
+  if (contentY_ == contentY) {
+    return;
+  }
+  contentY_ = contentY;
+  placeRows();
+  if (table_) {
+    table_->setViewport(contentY_, height());
+  }
+  Q_EMIT contentYChanged();
+}
+
+void TableRows::geometryChange(const QRectF& now, const QRectF& before) {
+  QQuickItem::geometryChange(now, before);
+  if (table_ && now.height() != before.height()) {
+    table_->setViewport(contentY_, now.height());
+  }
+  if (now.width() != before.width()) {
+    placeRows();
+  }
+}
+
+// Delegates.
+
+void TableRows::dropDelegates() {
+  for (auto& [cell, shown] : std::exchange(delegates_, {})) {
+    disconnect(cell, nullptr, this, nullptr);
+    delete shown.item;
+  }
+}
+
+QQuickItem* TableRows::makeDelegate(TableViewCell* cell) {
+  QQmlContext* context = delegate_ ? delegate_->creationContext() : nullptr;
+  if (context == nullptr) {
+    context = qmlContext(this);
+  }
+  QObject* made = delegate_ ? delegate_->createWithInitialProperties(
+                                  {{QStringLiteral("cell"), QVariant::fromValue(cell)}}, context)
+                            : nullptr;
+  auto* item = qobject_cast<QQuickItem*>(made);
+  if (item == nullptr) {
+    delete made;
+    if (delegate_) {
+      qWarning("A row could not be shown: %s", qUtf8Printable(delegate_->errorString()));
+    }
+    return nullptr;
+  }
+  QQmlEngine::setObjectOwnership(item, QQmlEngine::CppOwnership);
+  item->setParent(this);
+  item->setParentItem(this);
+  connect(cell, &QObject::destroyed, this, [this, cell] {
+    const auto place = delegates_.find(cell);
+    if (place != delegates_.end()) {
+      delete place->second.item;
+      delegates_.erase(place);
+    }
+  });
+  return item;
+}
+
+void TableRows::showLiveRows() {
+  for (auto& [cell, shown] : delegates_) {
+    shown.live = false;
+  }
+  if (table_ && delegate_) {
+    for (const TableView::LiveRow& live : table_->liveRows()) {
+      if (live.cell == nullptr) {
+        continue;
+      }
+      Shown& shown = delegates_[live.cell];
+      if (shown.item == nullptr) {
+        shown.item = makeDelegate(live.cell);
+      }
+      shown.live = true;
+    }
+  }
+  placeRows();
+  for (auto& [cell, shown] : delegates_) {
+    if (shown.item != nullptr) {
+      shown.item->setVisible(shown.live);
+    }
+  }
+}
+
+void TableRows::placeRows() {
+  if (!table_) {
+    return;
+  }
+  for (const TableView::LiveRow& live : table_->liveRows()) {
+    const auto place = delegates_.find(live.cell);
+    if (place != delegates_.end() && place->second.item != nullptr) {
+      place->second.item->setPosition({0, live.top - contentY_});
+      place->second.item->setSize({width(), live.height});
+    }
+  }
+}
+
+// Touches. The surroundings take a touch over when it becomes a drag or a swipe; then it is cancelled here.
+
+int TableRows::rowAt(const QPointF& position) const {
+  return table_ && position.x() >= 0 && position.x() < width() ? table_->rowAt(contentY_ + position.y()) : -1;
+}
+
+void TableRows::mousePressEvent(QMouseEvent* event) {
+  pressedRow_ = rowAt(event->position());
+  if (pressedRow_ < 0) {
+    event->ignore();
+    return;
+  }
+  table_->touchRow(pressedRow_, &TableViewCell::touchesBegan);
+}
+
+void TableRows::mouseReleaseEvent(QMouseEvent* event) {
+  const int row = pressedRow_;
+  endTouch(&TableViewCell::touchesEnded);
+  if (row >= 0 && rowAt(event->position()) == row && table_) {
+    table_->tapRow(row);
+  }
+}
+
+void TableRows::mouseUngrabEvent() {
+  endTouch(&TableViewCell::touchesCancelled);
+}
+
+void TableRows::endTouch(void (TableViewCell::*touch)()) {
+  const int row = std::exchange(pressedRow_, -1);
+  if (row >= 0 && table_) {
+    table_->touchRow(row, touch);
+  }
+}
+
+}  // namespace seedmote::platform

@@ -1,0 +1,39 @@
+#include "FakeTable.h"
+
+#include <QCoreApplication>
+
+namespace seedmote::platform {
+
+int FakeController::numberOfRowsInSection(int /*section*/) {
+  ++counted;
+  return rows;
+}
+
+double FakeController::heightForRowAtIndexPath(int row) {
+  ++measured;
+  cellForRowAtIndexPath(row);
+  return heightOf(row);
+}
+
+TableViewCell* FakeController::cellForRowAtIndexPath(int row) {
+  ++built;
+  auto* cell = static_cast<FakeCell*>(table.dequeueReusableCell("Cell"));
+  if (cell == nullptr) {
+    cell = static_cast<FakeCell*>(table.addCell(std::make_unique<FakeCell>("Cell")));
+  }
+  cell->title = QStringLiteral("torrent %1").arg(tokenOf(row));
+  Q_EMIT cell->filled();
+  return cell;
+}
+
+void TableServices::settle(const TableView& table) {
+  for (int turn = 0; turn < 5 || table.isReloading(); ++turn) {
+    bool reached = false;
+    main.post([&reached] { reached = true; });
+    while (!reached) {
+      QCoreApplication::processEvents();
+    }
+  }
+}
+
+}  // namespace seedmote::platform

@@ -1,0 +1,29 @@
+import QtQuick
+import Seedmote.Platform
+import Seedmote.PlatformTests
+
+ScrollingTable {
+    id: scene
+
+    required property FakeController controller
+
+    table: scene.controller.table
+    label: "Torrents"
+    delegate: TableRow {
+        id: row
+
+        readonly property FakeCell fake: row.cell as FakeCell
+
+        Text {
+            text: row.fake.title
+        }
+    }
+    header: Item {
+        width: 10
+        height: 78
+    }
+
+    Text {
+        text: "Nothing here"
+    }
+}
