@@ -56,6 +56,10 @@ DaemonCondition ofStatus(int status, std::string_view body) {
 }  // namespace
 
 DaemonOutcome judgeAnswer(const HttpAnswer& answer) {
+  const bool redirected = answer.status >= 300 && answer.status < 400;
+  if (answer.error != HttpError::none && redirected) {
+    return {DaemonCondition::notTransmission, answer.message};
+  }
   if (answer.error != HttpError::none) {
     return {ofError(answer.error), answer.message};
   }
