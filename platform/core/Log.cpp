@@ -35,6 +35,8 @@ LogWriter& standardError() {
   return *writer;
 }
 
+std::atomic<bool> silent = false;
+
 struct Sinks {
   std::mutex mutex;
   std::vector<LogSink*> list;
@@ -45,8 +47,6 @@ Sinks& sinks() {
   static auto* const all = new Sinks;
   return *all;
 }
-
-std::atomic<bool> muted = false;
 
 void tellSinks(std::string_view format, const FormatArg* args, std::size_t count) {
   if (sinks().count.load(std::memory_order_acquire) == 0) return;
@@ -74,13 +74,12 @@ namespace detail {
 
 void writeLog(std::string_view format, const FormatArg* args, std::size_t count) {
   tellSinks(format, args, count);
-  if (!muted.load(std::memory_order_relaxed)) standardError().write(format, args, count);
+  if (!silent) standardError().write(format, args, count);
 }
 
 void writeRowLog(const char* format, const FormatArg* args, std::size_t count) {
   tellSinks(format, args, count);
-  if (muted.load(std::memory_order_relaxed)) return;
-  if (standardError().admitsRow(format)) standardError().write(format, args, count);
+  if (!silent && standardError().admitsRow(format)) standardError().write(format, args, count);
 }
 
 }  // namespace detail
@@ -100,9 +99,7 @@ void flushLog() {
   standardError().flush(kFlushPatience);
 }
 
-void muteStandardError() {
-  muted = true;
-}
+void silenceLog() { silent = true; }
 
 void installLogTerminateHandler() {
   std::set_terminate(logTermination);

@@ -26,8 +26,8 @@ void removeLogSink(LogSink& sink);
 // Called by itself at exit.
 void flushLog();
 
-// From now on records reach sinks alone, for a run that is to print nothing.
-void muteStandardError();
+// Standard error gets no records from now on; sinks still do. For a command that prints nothing.
+void silenceLog();
 
 // Has an exception that nobody catches logged, and the log flushed, before the program aborts.
 void installLogTerminateHandler();

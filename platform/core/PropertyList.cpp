@@ -188,8 +188,11 @@ std::string PropertyList::description() const {
 
 bool PropertyList::holdsSecret(const Dictionary& dictionary, std::string_view key) {
   if (key != "Value" && key != "DefaultValue") return false;
-  const auto type = dictionary.find("ValueType");
-  return type != dictionary.end() && type->second == PropertyList("PasswordBox");
+  const auto is = [&dictionary](std::string_view entry, std::string_view text) {
+    const auto found = dictionary.find(entry);
+    return found != dictionary.end() && found->second == PropertyList(text);
+  };
+  return is("ValueType", "PasswordBox") || is("Title", "Password");
 }
 
 std::string PropertyList::toXml() const {

@@ -42,7 +42,8 @@ class PropertyList {
   // For the log. What holdsSecret() names shows as bullets.
   std::string description() const;
 
-  // True for the entries that nobody may read: the values of a specifier whose "ValueType" is "PasswordBox".
+  // True for the entries that nobody may read: the values of a specifier whose "ValueType" is "PasswordBox",
+  // or whose "Title" is "Password".
   static bool holdsSecret(const Dictionary& dictionary, std::string_view key);
 
   // XML. Absent values are left out. `parse` gives an absent value and a message in `error` for what is no
