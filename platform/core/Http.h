@@ -21,29 +21,29 @@ struct HttpRequest {
 // Why an exchange brought no whole answer.
 enum class HttpError {
   none,
-  badUrl,         // not a URL, or neither http nor https
-  badHeader,      // a name or value with CR, LF or NUL; nothing was sent
+  badUrl,     // not a URL, or neither http nor https
+  badHeader,  // a name or value with CR, LF or NUL; nothing was sent
   unknownHost,
-  refused,        // nobody listens there
+  refused,  // nobody listens there
   timedOut,
-  noTls,          // https was asked of a port that speaks no TLS
-  tls,            // any other TLS trouble
-  closed,         // the connection ended before the answer did
-  notHttp,        // something answered, but not in HTTP
-  tooLarge,       // more than Http::kLargestAnswer bytes
+  noTls,     // https was asked of a port that speaks no TLS
+  tls,       // any other TLS trouble
+  closed,    // the connection ended before the answer did
+  notHttp,   // something answered, but not in HTTP
+  tooLarge,  // more than Http::kLargestAnswer bytes
   tooManyRedirects,
-  cancelled,      // the program quits
+  cancelled,  // the program quits
   other
 };
 
 // One answer value per exchange. A transport failure stands apart from the HTTP status: a status line
 // may have come before the connection broke, then both are set.
 struct HttpAnswer {
-  int status = 0;          // 0 when no HTTP answer came
-  bool hasBody = false;    // false with any transport failure; true for an empty body
-  std::string body;        // decoded (gzip, deflate, ...)
+  int status = 0;        // 0 when no HTTP answer came
+  bool hasBody = false;  // false with any transport failure; true for an empty body
+  std::string body;      // decoded (gzip, deflate, ...)
   HttpError error = HttpError::none;
-  std::string message;     // what went wrong, for the log and for people; empty without error
+  std::string message;  // what went wrong, for the log and for people; empty without error
 };
 
 // One synchronous exchange per call; any thread, several at once. Redirects are followed within http and

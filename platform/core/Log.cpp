@@ -99,7 +99,9 @@ void flushLog() {
   standardError().flush(kFlushPatience);
 }
 
-void silenceLog() { silent = true; }
+void silenceLog() {
+  silent = true;
+}
 
 void installLogTerminateHandler() {
   std::set_terminate(logTermination);
