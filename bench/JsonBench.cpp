@@ -23,6 +23,7 @@
 #include "json/JSONRepresentation.h"
 #include "json/JSONValue.h"
 #include "json/YxJsonStreamParser.h"
+#include "json/YxJsonStreamParserAccumulator.h"
 #include "json/YxJsonStreamParserAdapter.h"
 
 namespace {

@@ -16,18 +16,7 @@ namespace seedmote::json::detail {
 
 class Document;
 
-// A number as the tokeniser reads it. The integer kinds and short decimals are complete in themselves; a
-// long decimal (`isLong`) stands in its token's text.
-struct Number {
-  Kind kind = Kind::absent;  // signedInteger, unsignedInteger or decimal
-  bool negative = false;
-  bool isLong = false;
-  std::int16_t exponent = 0;    // decimals
-  std::uint64_t magnitude = 0;  // without the sign
-  std::string_view text;        // the token, borrowed; only set for a long decimal
-};
-
-// `scratch` holds the digits of a short decimal.
+// The digits point into the node's tree, or into the buffer for a short decimal.
 struct DecimalView {
   bool notANumber = false;
   bool negative = false;

@@ -24,7 +24,11 @@ struct Pool {
 
 // Never destroyed: values with static lifetime may be dropped after it would be.
 Pool& pool() {
-  static Pool* const instance = new Pool;
+  static Pool* const instance = [] {
+    auto* fresh = new Pool;
+    fresh->blocks.reserve(BlockPool::keptBytes / BlockPool::standardSize);  // giving back never allocates
+    return fresh;
+  }();
   return *instance;
 }
 
@@ -50,20 +54,18 @@ char* BlockPool::take(std::size_t& size) {
 
 void BlockPool::give(char* block, std::size_t size) noexcept {
   if (block == nullptr) return;
-  if (size >= standardSize) {
-    Pool& shared = pool();
-    const std::lock_guard lock(shared.mutex);
-    if (shared.bytes + size <= keptBytes) {
-      try {
-        shared.blocks.push_back({block, size});
-        shared.bytes += size;
-        return;
-      } catch (const std::bad_alloc&) {
-        // Not kept, then.
-      }
-    }
+  if (size < standardSize || size > keptBytes) return std::free(block);
+  Pool& shared = pool();
+  const std::lock_guard lock(shared.mutex);
+  // The oldest make room, or blocks of a size that nobody asks for would fill the pool for good.
+  std::size_t dropped = 0;
+  for (; shared.bytes + size > keptBytes; ++dropped) {
+    shared.bytes -= shared.blocks[dropped].size;
+    std::free(shared.blocks[dropped].bytes);
   }
-  std::free(block);
+  shared.blocks.erase(shared.blocks.begin(), shared.blocks.begin() + static_cast<std::ptrdiff_t>(dropped));
+  shared.blocks.push_back({block, size});
+  shared.bytes += size;
 }
 
 Document::Document(std::size_t expectedBytes)
@@ -90,9 +92,9 @@ void Document::release() noexcept {
 }
 
 void Document::addBlock(std::size_t size) {
-  blocks_.reserve(blocks_.size() + 1);
+  blocks_.push_back({nullptr, 0});  // first, so that nothing is lost when memory runs out
   char* bytes = BlockPool::take(size);
-  blocks_.push_back({bytes, size});
+  blocks_.back() = {bytes, size};
 }
 
 void* Document::allocateElsewhere(std::size_t bytes) {

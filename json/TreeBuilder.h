@@ -12,6 +12,7 @@
 #include "json/Document.h"
 #include "json/ShapeTable.h"
 #include "json/Stack.h"
+#include "json/YxJsonNumber.h"
 
 namespace seedmote::json::detail {
 
@@ -57,7 +58,7 @@ class TreeBuilder {
   Node closeDictionary();
 
   Node textNode(std::string_view text) { return Node::withText(document().copyText(text), text.size()); }
-  Node numberNode(const Number& number);
+  Node numberNode(const YxJsonNumber& number);
 
   // The tree whose outermost value is `root`; the builder is ready for the next one.
   Value finish(const Node& root);
@@ -121,7 +122,7 @@ inline const char* TreeBuilder::takePredictedKey(const char* at, const char* end
   return at + quotedLength;
 }
 
-inline Node TreeBuilder::numberNode(const Number& number) {
+inline Node TreeBuilder::numberNode(const YxJsonNumber& number) {
   if (number.kind != Kind::decimal) [[likely]] {
     return Node::withBits(number.kind, number.negative ? 0 - number.magnitude : number.magnitude);
   }

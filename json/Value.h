@@ -37,6 +37,7 @@ enum class Kind : std::uint8_t {
 
 class ElementRange;
 class EntryRange;
+struct YxJsonNumber;
 
 // A borrowed view of one value, as cheap as a pointer. Valid while a Value that shares its tree lives;
 // never changes, so any number of threads may read it. A default-constructed one is absent, and so is what
@@ -108,7 +109,8 @@ class Value {
   static Value real(double value);
   // The exact number that the text (JSON's number grammar) stands for; decimal not-a-number for any other.
   static Value decimal(std::string_view text);
-  static Value string(std::string_view text);  // UTF-8
+  static Value number(const YxJsonNumber& number);  // as a stream parser found it
+  static Value string(std::string_view text);       // UTF-8
   // Absent elements are taken as null.
   static Value array(const std::vector<Value>& elements);
   // Keeps the order given; a key that comes again replaces the earlier value in the earlier place.

@@ -48,6 +48,12 @@ Value Value::decimal(std::string_view text) {
   return builder.finish(detail::decimalNode(builder.document(), text).value_or(detail::notANumberNode()));
 }
 
+Value Value::number(const YxJsonNumber& number) {
+  detail::TreeBuilder builder;
+  builder.expect(scalarBytes);
+  return builder.finish(builder.numberNode(number));
+}
+
 Value Value::string(std::string_view text) {
   detail::TreeBuilder builder;
   builder.expect(scalarBytes + text.size());

@@ -1,8 +1,7 @@
 #include "json/YxJsonParser.h"
 
-#include "json/JSONValue.h"
-#include "json/Log.h"
 #include "json/YxJsonStreamParser.h"
+#include "json/YxJsonStreamParserAccumulator.h"
 #include "json/YxJsonStreamParserAdapter.h"
 
 namespace seedmote::json {
@@ -35,21 +34,6 @@ Value YxJsonParser::objectWithData(std::string_view data) {
 Value YxJsonParser::objectWithString(std::string_view text, std::optional<JsonError>* error) {
   Value value = objectWithString(text);
   if (!value && error != nullptr) *error = JsonError{std::string(jsonErrorDomain), 0, error_};
-  return value;
-}
-
-Value JSONValue(std::string_view text) {
-  std::string error;
-  return JSONValue(text, error);
-}
-
-Value JSONValue(std::string_view text, std::string& error) {
-  YxJsonParser parser;
-  Value value = parser.objectWithString(text);
-  if (!value) {
-    error = parser.error();
-    logLine("-JSONValue failed. Error is: " + error);
-  }
   return value;
 }
 

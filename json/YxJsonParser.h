@@ -5,17 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "json/JsonError.h"
 #include "json/Value.h"
 
 namespace seedmote::json {
-
-// What went wrong, for a caller that hands errors on.
-struct JsonError {
-  std::string domain;
-  int code = 0;
-  std::string localizedDescription;
-};
-inline constexpr std::string_view jsonErrorDomain = "org.seedmote.json";
 
 // Reads one whole document: text in, one value or a message out. Used by one thread.
 class YxJsonParser {

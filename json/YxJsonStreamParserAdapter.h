@@ -56,7 +56,7 @@ class YxJsonStreamParserAdapter final {
     found(parser, detail::Node::withBits(Kind::boolean, value ? 1 : 0));
   }
   void parserFoundNull(YxJsonStreamParserBase& parser) { found(parser, detail::Node::plain(Kind::null)); }
-  void foundNumber(YxJsonStreamParserBase& parser, const detail::Number& number) {
+  void foundNumber(YxJsonStreamParserBase& parser, const YxJsonNumber& number) {
     found(parser, builder_.numberNode(number));
   }
   void foundString(YxJsonStreamParserBase& parser, std::string_view text) {
@@ -77,17 +77,6 @@ class YxJsonStreamParserAdapter final {
   std::size_t levelsToSkip_ = 0;
   std::size_t depth_ = 0;
   detail::TreeBuilder builder_;
-};
-
-// Keeps the last top-level value that an adapter found.
-class YxJsonStreamParserAccumulator final : public YxJsonStreamParserAdapterDelegate {
- public:
-  void foundArray(YxJsonStreamParserBase&, Value array) override { value_ = std::move(array); }
-  void foundObject(YxJsonStreamParserBase&, Value object) override { value_ = std::move(object); }
-  const Value& value() const { return value_; }
-
- private:
-  Value value_;
 };
 
 }  // namespace seedmote::json

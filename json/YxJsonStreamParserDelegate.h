@@ -2,8 +2,7 @@
 
 #include <string_view>
 
-#include "json/Decimal.h"
-#include "json/Value.h"
+#include "json/YxJsonNumber.h"
 
 namespace seedmote::json {
 
@@ -20,7 +19,7 @@ class YxJsonStreamParserDelegate {
   virtual void parserFoundArrayEnd(YxJsonStreamParserBase& parser) = 0;
   virtual void foundBoolean(YxJsonStreamParserBase& parser, bool value) = 0;
   virtual void parserFoundNull(YxJsonStreamParserBase& parser) = 0;
-  virtual void foundNumber(YxJsonStreamParserBase& parser, const detail::Number& number) = 0;
+  virtual void foundNumber(YxJsonStreamParserBase& parser, const YxJsonNumber& number) = 0;
   virtual void foundString(YxJsonStreamParserBase& parser, std::string_view text) = 0;
 };
 

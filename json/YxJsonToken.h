@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "json/Decimal.h"
+#include "json/YxJsonNumber.h"
 
 namespace seedmote::json {
 
@@ -27,7 +27,7 @@ enum class YxJsonToken : int {
 // from the tokeniser, until it is asked for the next token.
 struct YxJsonTokenValue {
   std::string_view text;
-  detail::Number number;
+  YxJsonNumber number;
 };
 
 }  // namespace seedmote::json

@@ -1,8 +1,8 @@
 #include "json/YxJsonWriter.h"
 
-#include "json/JSONRepresentation.h"
-#include "json/Log.h"
 #include "json/Utf8.h"
+#include "json/YxJsonStreamWriter.h"
+#include "json/YxJsonStreamWriterAccumulator.h"
 
 namespace seedmote::json {
 
@@ -44,13 +44,6 @@ std::optional<std::string> YxJsonWriter::stringWithObject(ValueRef value) {
 std::optional<std::string> YxJsonWriter::stringWithObject(ValueRef value, std::optional<JsonError>* error) {
   std::optional<std::string> text = stringWithObject(value);
   if (!text && error != nullptr) *error = JsonError{std::string(jsonErrorDomain), 0, error_};
-  return text;
-}
-
-std::optional<std::string> JSONRepresentation(ValueRef value) {
-  YxJsonWriter writer;
-  std::optional<std::string> text = writer.stringWithObject(value);
-  if (!text) logLine("-JSONRepresentation failed. Error is: " + writer.error());
   return text;
 }
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "json/Log.h"
 #include "json/YxJsonParser.h"
 #include "json/YxJsonStreamParser.h"
+#include "json/YxJsonStreamParserAccumulator.h"
 #include "json/YxJsonStreamParserAdapter.h"
 #include "json/tests/Support.h"
 
@@ -234,6 +236,36 @@ TEST(Reader, LongStringsInPieces) {
   }
 }
 
+// Whatever a text is made of, cutting it changes nothing; and what is read twice is the same.
+TEST(Reader, DamagedTextsInPieces) {
+  const std::string good =
+      R"({"arguments":{"torrents":[{"id":1,"name":"caf\u00e9 \ud834\udd1e","percentDone":0.4000,"done":true},)"
+      "{\"id\":-20,\"name\":\"\u00e9\u20ac\U0001D11E plain text that fills more than sixteen "
+      "bytes\",\"percentDone\":1e-3,"
+      R"("done":null}, {"id":12345678901234567890,"name":"","percentDone":[{},[]],"more":false}]},"id":"x"} )";
+  ASSERT_NE(readWhole(good)[0], '!');
+  std::mt19937 random(7);
+  const std::string_view pool = "{}[],:\"\\u0019+-.eEtfn \n\x80\xC3\xE2\xFF\x01";
+  for (int round = 0; round < 4000; ++round) {
+    std::string text = good;
+    for (std::size_t damage = 1 + random() % 2; damage > 0; --damage) {
+      const std::size_t at = random() % text.size();
+      if (random() % 3 == 0) {
+        text.erase(at, 1 + random() % 4);
+      } else {
+        text[at] = pool[random() % pool.size()];
+      }
+    }
+    const std::string expected = readWhole(text);
+    const std::string_view view = text;
+    const std::size_t first = random() % text.size();
+    const std::size_t second = first + random() % (text.size() - first);
+    ASSERT_EQ(readPieces({view.substr(0, first), view.substr(first, second - first), view.substr(second)}),
+              expected)
+        << text << " cut at " << first << " and " << second;
+  }
+}
+
 TEST(Reader, EventsComeInOrder) {
   EventRecorder recorder;
   YxJsonStreamParser<> parser;
@@ -263,6 +295,38 @@ TEST(Reader, DepthLimit) {
   const Value value = deep.objectWithString(nested(1000000));
   EXPECT_EQ(value->count(), 1u);
   EXPECT_EQ(value->description(), nested(1000000));
+}
+
+TEST(UTF8Stream, KeepsWhatIsNotConsumed) {
+  YxJsonUTF8Stream stream;
+  stream.appendData(" \t\"ab\xC3");
+  stream.skipWhitespace();
+  EXPECT_EQ(stream.index(), 2u);
+  std::optional<std::string> fragment;
+  stream.skip();
+  EXPECT_FALSE(stream.getRetainedStringFragment(fragment)) << "no stopping byte yet";
+  stream.setIndex(3);
+  stream.appendData("\xA9\\\x80");
+  EXPECT_EQ(stream.index(), 0u) << "what was consumed is gone";
+  ASSERT_TRUE(stream.getRetainedStringFragment(fragment));
+  EXPECT_EQ(fragment, "ab\u00e9");
+  EXPECT_FALSE(stream.stringWithRange(2, 1)) << "half a character";
+  EXPECT_FALSE(stream.stringWithRange(2, 9)) << "beyond the end";
+  char16_t unit = 0;
+  ASSERT_TRUE(stream.getUnichar(unit));
+  EXPECT_EQ(unit, u'\\');
+  ASSERT_TRUE(stream.getNextUnichar(unit));
+  EXPECT_EQ(unit, 0xFF80);
+  EXPECT_TRUE(stream.haveRemainingCharacters(1));
+  EXPECT_FALSE(stream.haveRemainingCharacters(2));
+  EXPECT_FALSE(stream.skipCharacters("x"));
+  EXPECT_TRUE(stream.skipCharacters("\x80"));
+  EXPECT_FALSE(stream.getUnichar(unit));
+  stream.lend("ne");
+  stream.skip();
+  stream.endLoan();
+  stream.lend("xt");
+  EXPECT_EQ(std::string_view(stream.current(), 3), "ext");
 }
 
 // Keeps all top-level values as text.

@@ -51,8 +51,8 @@ class EventRecorder final : public YxJsonStreamParserDelegate {
   void parserFoundArrayEnd(YxJsonStreamParserBase& parser) override { end("]", parser); }
   void foundBoolean(YxJsonStreamParserBase&, bool value) override { events += value ? "true " : "false "; }
   void parserFoundNull(YxJsonStreamParserBase&) override { events += "null "; }
-  void foundNumber(YxJsonStreamParserBase&, const detail::Number& number) override {
-    events += "number:" + std::to_string(number.magnitude) + " ";
+  void foundNumber(YxJsonStreamParserBase&, const YxJsonNumber& number) override {
+    events += "number:" + Value::number(number)->description() + " ";
   }
   void foundString(YxJsonStreamParserBase&, std::string_view text) override {
     events += "string:" + std::string(text) + " ";

@@ -10,8 +10,8 @@
 #include "json/JSONRepresentation.h"
 #include "json/JSONValue.h"
 #include "json/Log.h"
-#include "json/YxJsonParser.h"
 #include "json/YxJsonStreamWriter.h"
+#include "json/YxJsonStreamWriterAccumulator.h"
 #include "json/YxJsonWriter.h"
 #include "json/tests/Support.h"
 
