@@ -11,7 +11,9 @@ target_link_libraries(seedmote-flags INTERFACE Threads::Threads)
 target_compile_definitions(seedmote-flags INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
 if(SEEDMOTE_SANITIZE)
   target_compile_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE}
-    -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    -fno-omit-frame-pointer -fno-sanitize-recover=all
+    # With sanitizers g++ 12 takes parts of the standard library for uninitialised.
+    -Wno-maybe-uninitialized)
   target_link_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE})
 endif()
 
