@@ -9,7 +9,7 @@ namespace seedmote {
 // The overlay's state under its name in layouts; the state itself knows no QML.
 struct OvProgressHUDForeign {
   Q_GADGET
-  QML_FOREIGN(OvProgressHUD)
+  QML_FOREIGN(seedmote::OvProgressHUD)
   QML_NAMED_ELEMENT(OvProgressHUD)
   QML_UNCREATABLE("There is one overlay, handed to its view")
 };

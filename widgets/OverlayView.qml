@@ -94,7 +94,7 @@ Item {
             height: 28
             mipmap: true
             source: overlay.hud.image ? "qrc:/seedmote/images/" + overlay.hud.image + "@3x.png" : ""
-            visible: source.toString().length > 0
+            visible: overlay.hud.image.length > 0
         }
 
         Spinner {

@@ -7,28 +7,28 @@ Item {
 
     property bool spinning: false
 
-    readonly property int spokes: 12
-
     width: 37
     height: 37
     visible: spinning
 
     Repeater {
-        model: spinner.spokes
+        model: 12
 
         Rectangle {
+            id: spoke
+
             required property int index
 
-            x: (spinner.width - width) / 2
+            x: (parent.width - width) / 2
             width: 3
             height: 10
             radius: 1.5
             color: "white"
-            opacity: 0.2 + 0.8 * index / (spinner.spokes - 1)
+            opacity: 0.2 + 0.8 * index / 11
             transform: Rotation {
                 origin.x: 1.5
-                origin.y: spinner.height / 2
-                angle: index * 360 / spinner.spokes
+                origin.y: spoke.parent.height / 2
+                angle: spoke.index * 30
             }
         }
     }
