@@ -24,12 +24,12 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr int kMostRedirects = 16;
-constexpr std::size_t kMostIdleHandles = 4;
+constexpr std::size_t kMostIdle = 4;
 constexpr double kLongestTimeout = 7 * 86'400;  // seconds; what lies beyond is as good as for ever
 
 void startCurl() {
   static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
-  (void)started;  // a failure shows when the first handle is made
+  (void)started;  // a failure shows in the first exchange
 }
 
 HttpAnswer failure(HttpError error, std::string message) {
@@ -89,33 +89,33 @@ milliseconds timeoutOf(const HttpRequest& request) {
 
 }  // namespace
 
-// The handles that are in use, and the idle ones with their kept connections.
+// The sets of kept connections, those in use and the idle ones.
 class CurlHttp::Pool {
  public:
   // Absent after cancelAll().
-  std::unique_ptr<CurlHandles> take() {
+  std::unique_ptr<CurlConnections> take() {
     const std::lock_guard lock(mutex_);
     if (cancelled_) {
       return nullptr;
     }
-    std::unique_ptr<CurlHandles> handles;
+    std::unique_ptr<CurlConnections> connections;
     if (idle_.empty()) {
-      handles = std::make_unique<CurlHandles>();
+      connections = std::make_unique<CurlConnections>();
     } else {
-      handles = std::move(idle_.back());
+      connections = std::move(idle_.back());
       idle_.pop_back();
     }
-    busy_.push_back(handles.get());
-    return handles;
+    busy_.push_back(connections.get());
+    return connections;
   }
 
-  void giveBack(std::unique_ptr<CurlHandles> handles) {
+  void giveBack(std::unique_ptr<CurlConnections> connections) {
     const std::lock_guard lock(mutex_);
-    std::erase(busy_, handles.get());
-    if (!cancelled_ && idle_.size() < kMostIdleHandles) {
-      idle_.push_back(std::move(handles));
+    std::erase(busy_, connections.get());
+    if (!cancelled_ && idle_.size() < kMostIdle) {
+      idle_.push_back(std::move(connections));
     }
-    handles.reset();
+    connections.reset();
     if (busy_.empty()) {
       allBack_.notify_all();
     }
@@ -124,8 +124,8 @@ class CurlHttp::Pool {
   void cancelAll() {
     const std::lock_guard lock(mutex_);
     cancelled_ = true;
-    for (const CurlHandles* handles : busy_) {
-      handles->wake();
+    for (const CurlConnections* connections : busy_) {
+      connections->wake();
     }
     idle_.clear();
   }
@@ -141,27 +141,27 @@ class CurlHttp::Pool {
   std::mutex mutex_;
   std::condition_variable allBack_;
   std::atomic<bool> cancelled_{false};
-  std::vector<std::unique_ptr<CurlHandles>> idle_;  // the latest used at the end
-  std::vector<const CurlHandles*> busy_;
+  std::vector<std::unique_ptr<CurlConnections>> idle_;  // the latest used at the end
+  std::vector<const CurlConnections*> busy_;
 };
 
-// Handles for the length of one exchange.
+// Connections for the length of one exchange.
 class CurlHttp::Lease {
  public:
-  explicit Lease(Pool& pool) : pool_(pool), handles_(pool.take()) {}
+  explicit Lease(Pool& pool) : pool_(pool), connections_(pool.take()) {}
   ~Lease() {
-    if (handles_) {
-      pool_.giveBack(std::move(handles_));
+    if (connections_) {
+      pool_.giveBack(std::move(connections_));
     }
   }
   Lease(const Lease&) = delete;
   Lease& operator=(const Lease&) = delete;
 
-  CurlHandles* handles() const { return handles_.get(); }
+  CurlConnections* connections() const { return connections_.get(); }
 
  private:
   Pool& pool_;
-  std::unique_ptr<CurlHandles> handles_;
+  std::unique_ptr<CurlConnections> connections_;
 };
 
 CurlHttp::CurlHttp(std::size_t largestAnswer)
@@ -182,7 +182,7 @@ HttpAnswer CurlHttp::exchange(const HttpRequest& request) {
   }
   try {
     Lease lease(*pool_);
-    return lease.handles() ? follow(*lease.handles(), request) : cancelledAnswer();
+    return lease.connections() ? follow(*lease.connections(), request) : cancelledAnswer();
   } catch (const std::exception& raised) {
     return failure(HttpError::other, raised.what());
   }
@@ -193,7 +193,7 @@ void CurlHttp::cancelAll() {
 }
 
 // The redirects are followed here and not by curl, which would take the session id to any host.
-HttpAnswer CurlHttp::follow(CurlHandles& handles, const HttpRequest& request) {
+HttpAnswer CurlHttp::follow(CurlConnections& connections, const HttpRequest& request) {
   const auto deadline = steady_clock::now() + timeoutOf(request);
   HttpRequest redirected;
   const HttpRequest* hop = &request;
@@ -207,7 +207,7 @@ HttpAnswer CurlHttp::follow(CurlHandles& handles, const HttpRequest& request) {
     if (left.count() <= 0) {
       return failure(HttpError::timedOut, "The time was over while redirects were followed.");
     }
-    CurlTransfer transfer(handles, *hop, largestAnswer_, pool_->cancelled());
+    CurlTransfer transfer(connections, *hop, largestAnswer_, pool_->cancelled());
     HttpAnswer answer = transfer.perform(left);
     const std::string target = isRedirect(answer.status) ? transfer.redirectUrl() : std::string();
     if (answer.error != HttpError::none || target.empty()) {

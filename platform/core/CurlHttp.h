@@ -7,7 +7,7 @@
 
 namespace seedmote::platform {
 
-class CurlHandles;
+class CurlConnections;
 
 // HTTP by libcurl, HTTP/1.1 only. Connections are kept alive and the latest used is used first. A GET that a
 // kept connection swallowed is sent again; a POST never is, for it may have been carried out.
@@ -27,7 +27,7 @@ class CurlHttp final : public Http {
   class Pool;
   class Lease;
 
-  HttpAnswer follow(CurlHandles& handles, const HttpRequest& request);
+  HttpAnswer follow(CurlConnections& connections, const HttpRequest& request);
 
   const std::size_t largestAnswer_;
   std::unique_ptr<Pool> pool_;

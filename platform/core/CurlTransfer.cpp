@@ -13,25 +13,30 @@ namespace {
 // A length that the server merely claims reserves no more than this; beyond it the body grows as it comes.
 constexpr std::size_t kLargestReserve = std::size_t{8} << 20;
 
+constexpr std::size_t kLargestHead = std::size_t{256} << 10;
+
 constexpr int kLongestPoll = 60'000;  // milliseconds; curl shortens it to its own next deadline
 constexpr long kReceiveBuffer = 128 << 10;
 
 }  // namespace
 
-CurlHandles::CurlHandles()
-    : multi_(curl_multi_init(), curl_multi_cleanup), easy_(curl_easy_init(), curl_easy_cleanup) {
-  if (!multi_ || !easy_) {
-    throw std::runtime_error("No HTTP handle could be made.");
+CurlConnections::CurlConnections() : multi_(curl_multi_init(), curl_multi_cleanup) {
+  if (!multi_) {
+    throw std::runtime_error("No HTTP connection could be prepared.");
   }
 }
 
-CurlTransfer::CurlTransfer(CurlHandles& handles, const HttpRequest& request, std::size_t largestAnswer,
-                           const std::atomic<bool>& cancelled)
-    : handles_(handles), request_(request), largestAnswer_(largestAnswer), cancelled_(cancelled) {}
-
-// Nothing of this transfer stays in the handles: they are used again.
-CurlTransfer::~CurlTransfer() {
-  curl_easy_reset(handles_.easy());
+// A new easy handle each time: what curl_easy_reset() leaves behind in a used one is more than it promises.
+CurlTransfer::CurlTransfer(CurlConnections& connections, const HttpRequest& request,
+                           std::size_t largestAnswer, const std::atomic<bool>& cancelled)
+    : connections_(connections),
+      request_(request),
+      largestAnswer_(largestAnswer),
+      cancelled_(cancelled),
+      easy_(curl_easy_init(), curl_easy_cleanup) {
+  if (!easy_) {
+    throw std::runtime_error("No HTTP request could be prepared.");
+  }
 }
 
 HttpAnswer CurlTransfer::perform(std::chrono::milliseconds patience) {
@@ -42,23 +47,23 @@ HttpAnswer CurlTransfer::perform(std::chrono::milliseconds patience) {
   if (setupFailure_ != CURLE_OK) {
     return answerOf(setupFailure_);
   }
-  if (curl_multi_add_handle(handles_.multi(), handles_.easy()) != CURLM_OK) {
+  if (curl_multi_add_handle(connections_.multi(), easy_.get()) != CURLM_OK) {
     return answerOf(CURLE_FAILED_INIT);
   }
   const CURLcode code = drive();
-  curl_multi_remove_handle(handles_.multi(), handles_.easy());
+  curl_multi_remove_handle(connections_.multi(), easy_.get());
   return answerOf(code);
 }
 
 std::string CurlTransfer::redirectUrl() const {
   char* url = nullptr;
-  curl_easy_getinfo(handles_.easy(), CURLINFO_REDIRECT_URL, &url);
+  curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &url);
   return url ? url : "";
 }
 
 template <class Value>
 void CurlTransfer::set(CURLoption option, Value value) {
-  const CURLcode code = curl_easy_setopt(handles_.easy(), option, value);
+  const CURLcode code = curl_easy_setopt(easy_.get(), option, value);
   if (setupFailure_ == CURLE_OK) {
     setupFailure_ = code;
   }
@@ -113,6 +118,8 @@ void CurlTransfer::setCallbacks() {
   set(CURLOPT_ERRORBUFFER, text_);
   set(CURLOPT_WRITEFUNCTION, &CurlTransfer::onData);
   set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+  set(CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeadLine);
+  set(CURLOPT_HEADERDATA, static_cast<void*>(this));
   set(CURLOPT_PREREQFUNCTION, &CurlTransfer::onReadyToSend);
   set(CURLOPT_PREREQDATA, static_cast<void*>(this));
 }
@@ -125,24 +132,27 @@ CURLcode CurlTransfer::drive() {
       ownMessage_ = "The exchange was cancelled.";
       return CURLE_ABORTED_BY_CALLBACK;
     }
-    if (curl_multi_perform(handles_.multi(), &running) != CURLM_OK) {
+    if (curl_multi_perform(connections_.multi(), &running) != CURLM_OK) {
       return CURLE_FAILED_INIT;
     }
-    if (running && curl_multi_poll(handles_.multi(), nullptr, 0, kLongestPoll, nullptr) != CURLM_OK) {
+    if (running && curl_multi_poll(connections_.multi(), nullptr, 0, kLongestPoll, nullptr) != CURLM_OK) {
       return CURLE_FAILED_INIT;
     }
   } while (running);
   int left = 0;
-  const CURLMsg* message = curl_multi_info_read(handles_.multi(), &left);
+  const CURLMsg* message = curl_multi_info_read(connections_.multi(), &left);
   return message && message->msg == CURLMSG_DONE ? message->data.result : CURLE_FAILED_INIT;
 }
 
 HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   HttpAnswer answer;
   long status = 0;
-  curl_easy_getinfo(handles_.easy(), CURLINFO_RESPONSE_CODE, &status);
+  curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
   answer.status = static_cast<int>(status);
-  if (code == CURLE_OK) {
+  if (code == CURLE_OK && !headEnded_) {  // curl takes half a head for an answer without body
+    ownError_ = HttpError::closed;
+    ownMessage_ = "The connection ended inside the head of the answer.";
+  } else if (code == CURLE_OK) {
     answer.hasBody = true;
     answer.body = std::move(body_);
     return answer;
@@ -153,7 +163,7 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
     return answer;
   }
   long osError = 0;
-  curl_easy_getinfo(handles_.easy(), CURLINFO_OS_ERRNO, &osError);
+  curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &osError);
   answer.message = *text_ ? text_ : curl_easy_strerror(code);
   answer.error = httpErrorOf(code, answer.message, osError);
   return answer;
@@ -161,7 +171,7 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
 
 void CurlTransfer::reserveBody() {
   curl_off_t length = -1;
-  curl_easy_getinfo(handles_.easy(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+  curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
   if (length > 0) {
     body_.reserve(std::min({static_cast<std::size_t>(length), kLargestReserve, largestAnswer_}));
   }
@@ -178,6 +188,26 @@ bool CurlTransfer::take(const char* data, std::size_t size) {
   }
   body_.append(data, size);
   return true;
+}
+
+// Also called for the lines of an interim answer, and for what may follow a chunked body.
+bool CurlTransfer::takeHeadLine(std::string_view line) {
+  headSize_ += line.size();
+  if (headSize_ > kLargestHead) {
+    ownError_ = HttpError::tooLarge;
+    ownMessage_ = "The head of the answer is larger than " + std::to_string(kLargestHead) + " bytes.";
+    return false;
+  }
+  if (line.starts_with("HTTP/")) {
+    headEnded_ = false;
+  } else if (line == "\r\n" || line == "\n") {
+    headEnded_ = true;
+  }
+  return true;
+}
+
+std::size_t CurlTransfer::onHeadLine(char* line, std::size_t, std::size_t size, void* transfer) {
+  return static_cast<CurlTransfer*>(transfer)->takeHeadLine({line, size}) ? size : 0;
 }
 
 std::size_t CurlTransfer::onData(char* data, std::size_t, std::size_t size, void* transfer) {
@@ -198,7 +228,7 @@ std::size_t CurlTransfer::onData(char* data, std::size_t, std::size_t size, void
 int CurlTransfer::onReadyToSend(void* transfer, char*, char*, int, int) {
   CurlTransfer& self = *static_cast<CurlTransfer*>(transfer);
   long sent = 0;
-  curl_easy_getinfo(self.handles_.easy(), CURLINFO_REQUEST_SIZE, &sent);
+  curl_easy_getinfo(self.easy_.get(), CURLINFO_REQUEST_SIZE, &sent);
   if (sent == 0 || self.request_.method != "POST") {
     return CURL_PREREQFUNC_OK;
   }

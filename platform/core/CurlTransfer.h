@@ -7,18 +7,18 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/core/Http.h"
 
 namespace seedmote::platform {
 
-// A multi handle with its one easy handle. The multi handle keeps the connections alive between
-// transfers, and unlike a lone easy handle it can be woken from another thread.
-class CurlHandles final {
+// Connections that are kept alive from one transfer to the next; one transfer at a time uses them. It is a
+// multi handle, which unlike a lone easy handle can be woken from another thread.
+class CurlConnections final {
  public:
-  CurlHandles();  // raises std::runtime_error when curl has no memory or no descriptors left
+  CurlConnections();  // raises std::runtime_error when curl has no memory or no descriptors left
 
-  CURL* easy() const { return easy_.get(); }
   CURLM* multi() const { return multi_.get(); }
 
   // Ends the present or next wait of a transfer. Any thread.
@@ -26,17 +26,15 @@ class CurlHandles final {
 
  private:
   std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_;
-  std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy_;
 };
 
 // One request and its answer, without redirects. Used once.
 class CurlTransfer final {
  public:
-  // `handles` and `request` outlive this; `cancelled` ends the transfer once it is true and the handles
+  // `connections` and `request` outlive this; `cancelled` ends the transfer once it is true and they
   // are woken.
-  CurlTransfer(CurlHandles& handles, const HttpRequest& request, std::size_t largestAnswer,
+  CurlTransfer(CurlConnections& connections, const HttpRequest& request, std::size_t largestAnswer,
                const std::atomic<bool>& cancelled);
-  ~CurlTransfer();
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
@@ -57,21 +55,26 @@ class CurlTransfer final {
   CURLcode drive();
   HttpAnswer answerOf(CURLcode code);
   bool take(const char* data, std::size_t size);
+  bool takeHeadLine(std::string_view line);
   void reserveBody();
 
   static std::size_t onData(char* data, std::size_t one, std::size_t size, void* transfer);
+  static std::size_t onHeadLine(char* line, std::size_t one, std::size_t size, void* transfer);
   static int onReadyToSend(void* transfer, char*, char*, int, int);
 
-  CurlHandles& handles_;
+  CurlConnections& connections_;
   const HttpRequest& request_;
   const std::size_t largestAnswer_;
   const std::atomic<bool>& cancelled_;
   HeaderList headers_{nullptr, curl_slist_free_all};
   CURLcode setupFailure_ = CURLE_OK;
   std::string body_;
+  std::size_t headSize_ = 0;
+  bool headEnded_ = false;                // the empty line came
   HttpError ownError_ = HttpError::none;  // why a callback stopped the transfer
   std::string ownMessage_;
   char text_[CURL_ERROR_SIZE] = "";
+  std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy_;  // last: it refers to the others
 };
 
 }  // namespace seedmote::platform

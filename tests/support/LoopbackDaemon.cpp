@@ -44,6 +44,14 @@ void resetOnClose(const FileDescriptor& socket) {
   setsockopt(socket.get(), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
 }
 
+// A socket that is closed with bytes unread resets the connection, and the peer never sees the TLS alert.
+void leavePolitely(FileDescriptor& socket) {
+  shutdown(socket.get(), SHUT_WR);
+  char unread[1024];
+  while (recv(socket.get(), unread, sizeof unread, 0) > 0) {
+  }
+}
+
 Reply badRequest() {
   return replies::closing(replies::html(400, "<HTML><BODY><H1>Bad Request</H1></BODY></HTML>\n"));
 }
@@ -157,6 +165,8 @@ class LoopbackDaemon::Impl {
         tls_ ? tls_->streamOn(connection.socket) : std::make_unique<ByteStream>(connection.socket);
     if (stream->open()) {
       serveRequests(connection, *stream);
+    } else {
+      leavePolitely(connection.socket);
     }
     const std::lock_guard lock(mutex_);
     connection.socket.reset();

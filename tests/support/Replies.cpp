@@ -145,6 +145,12 @@ Reply truncated(std::string_view body, std::size_t claimed) {
   return closing(whole(200, {length(claimed)}, body));
 }
 
+Reply endless(std::string_view start) {
+  Reply reply = raw(start);
+  reply.filler = UINT64_MAX;
+  return reply;
+}
+
 Reply huge(std::uint64_t size, bool withLength) {
   Reply reply = whole(200, {withLength ? length(size) : HttpHeader{"Connection", "close"}}, {});
   reply.filler = size;

@@ -32,6 +32,7 @@ Reply reset();                      // reads the request and resets the connecti
 Reply hang();                       // says nothing until LoopbackDaemon::release(), then closes
 Reply raw(std::string_view bytes);  // sends these bytes and closes
 Reply truncated(std::string_view body, std::size_t claimed);  // the length claimed is never reached
+Reply endless(std::string_view start);                        // these bytes, then 'x' for ever
 Reply huge(std::uint64_t size, bool withLength = true);       // a body of so many bytes, streamed
 
 // Changes of another reply.

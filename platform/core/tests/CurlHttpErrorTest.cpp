@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/core/CurlHttp.h"
+#include "tests/support/DeafPort.h"
+#include "tests/support/Encodings.h"
+#include "tests/support/FakeNames.h"
+#include "tests/support/LoopbackDaemon.h"
+
+namespace seedmote::platform {
+namespace {
+
+using seedmote::support::closedPort;
+using seedmote::support::DeafPort;
+using seedmote::support::FakeNames;
+using seedmote::support::gzippedZeros;
+using seedmote::support::LoopbackDaemon;
+using seedmote::support::Reply;
+namespace replies = seedmote::support::replies;
+
+constexpr std::size_t kSmallLimit = 100'000;  // bytes of an answer
+
+HttpRequest post(const std::string& url, double timeout = 20) {
+  return {url, "POST", {}, "{}", timeout};
+}
+
+std::string onPort(const std::string& scheme, int port) {
+  return scheme + "://127.0.0.1:" + std::to_string(port) + "/transmission/rpc";
+}
+
+// A failure keeps the status that came, never a part of the body, and always says something.
+void expectFailure(const HttpAnswer& answer, HttpError error, int status, const std::string& name) {
+  EXPECT_EQ(answer.error, error) << name << ": " << answer.message;
+  EXPECT_EQ(answer.status, status) << name;
+  EXPECT_FALSE(answer.hasBody) << name;
+  EXPECT_TRUE(answer.body.empty()) << name;
+  EXPECT_FALSE(answer.message.empty()) << name;
+}
+
+TEST(CurlHttpError, WhatAServerAnswers) {
+  const std::string head = "HTTP/1.1 200 OK\r\n";
+  std::string manyHeaders;
+  for (int i = 0; i < 100'000; ++i) {
+    manyHeaders += "X: y\r\n";
+  }
+  struct Case {
+    std::string name;
+    Reply reply;
+    HttpError error;
+    int status;
+  };
+  const std::vector<Case> cases = {
+      {"closes without a word", replies::nothing(), HttpError::closed, 0},
+      {"resets", replies::reset(), HttpError::closed, 0},
+      {"ends inside the head", replies::raw(head + "Content-Le"), HttpError::closed, 200},
+      {"ends inside the body", replies::truncated("{\"argu", 4000), HttpError::closed, 200},
+      {"ends inside a chunk", replies::raw(head + "Transfer-Encoding: chunked\r\n\r\n8\r\nabc"),
+       HttpError::closed, 200},
+      {"no chunk length", replies::raw(head + "Transfer-Encoding: chunked\r\n\r\nzz\r\n"), HttpError::notHttp,
+       200},
+      {"garbage", replies::raw(std::string("\x00\xFF\x7F\r\n\r\n garbage", 15)), HttpError::notHttp, 0},
+      {"mail server", replies::raw("220 mail.example ESMTP\r\n"), HttpError::notHttp, 0},
+      {"no status", replies::raw("HTTP/1.1 abc\r\n\r\n"), HttpError::notHttp, 0},
+      {"not packed after all", replies::answer(200, "plain", {{"Content-Encoding", "gzip"}}),
+       HttpError::other, 200},
+      {"packing of its own", replies::answer(200, "plain", {{"Content-Encoding", "zoo"}}), HttpError::other,
+       200},
+      {"endless head line", replies::endless(head + "X: "), HttpError::other, 200},
+      {"endless head", replies::raw(head + manyHeaders), HttpError::tooLarge, 200},
+      {"too long, announced", replies::huge(kSmallLimit + 1), HttpError::tooLarge, 200},
+      {"too long", replies::huge(std::uint64_t{1} << 40, false), HttpError::tooLarge, 200},
+      {"too long once unpacked",
+       replies::answer(200, gzippedZeros(kSmallLimit * 100), {{"Content-Encoding", "gzip"}}),
+       HttpError::tooLarge, 200},
+      {"redirect to a file", replies::redirect(302, "file:///etc/hostname"), HttpError::badUrl, 302},
+      {"redirect to mail", replies::redirect(301, "mailto:a@b"), HttpError::badUrl, 301},
+      {"redirect to nothing", replies::redirect(301, "http://"), HttpError::badUrl, 301},
+      {"redirect to itself", replies::redirect(307, "/transmission/rpc"), HttpError::tooManyRedirects, 307},
+  };
+  LoopbackDaemon daemon;
+  CurlHttp http(kSmallLimit);
+  for (const Case& one : cases) {
+    daemon.setReply(one.reply);
+    expectFailure(http.exchange(post(daemon.url())), one.error, one.status, one.name);
+  }
+  daemon.setHandler({});
+  EXPECT_EQ(http.exchange(post(daemon.url())).status, 409) << "usable after every failure";
+}
+
+TEST(CurlHttpError, WhereNothingIsSent) {
+  const FakeNames names;
+  CurlHttp http;
+  const DeafPort silent(DeafPort::Kind::connects);
+  const DeafPort off(DeafPort::Kind::full);
+  LoopbackDaemon plain;
+  LoopbackDaemon tls({.tls = true});
+  LoopbackDaemon strict({.tls = true, .demandClientCertificate = true});
+  struct Case {
+    std::string url;
+    HttpError error;
+  };
+  const std::vector<Case> cases = {
+      {"", HttpError::badUrl},
+      {"://127.0.0.1/x", HttpError::badUrl},
+      {"127.0.0.1:9091/transmission/rpc", HttpError::badUrl},
+      {"http://127.0.0.1:99999/x", HttpError::badUrl},
+      {"http://a b/x", HttpError::badUrl},
+      {"http://:9091/x", HttpError::badUrl},
+      {"ftp://127.0.0.1/x", HttpError::badUrl},
+      {"file:///etc/hostname", HttpError::badUrl},
+      {std::string("http://127.0.0.1\0.example/", 26), HttpError::badUrl},
+      {"http://" + std::string(9'000'000, 'a') + "/x", HttpError::badUrl},
+      {"http://nowhere.invalid/x", HttpError::unknownHost},
+      {onPort("http", closedPort()), HttpError::refused},
+      {onPort("https", closedPort()), HttpError::refused},
+      {onPort("http", silent.port()), HttpError::timedOut},
+      {onPort("https", silent.port()), HttpError::timedOut},
+      {onPort("http", off.port()), HttpError::timedOut},
+      {onPort("https", plain.port()), HttpError::noTls},
+      {onPort("http", tls.port()), HttpError::closed},
+      {onPort("https", strict.port()), HttpError::tls},
+  };
+  for (const Case& one : cases) {
+    HttpRequest request = post(one.url, 0.05);
+    if (one.error != HttpError::timedOut) {
+      request.timeoutSeconds = 20;
+    }
+    expectFailure(http.exchange(request), one.error, 0, one.url.substr(0, 50));
+  }
+}
+
+}  // namespace
+}  // namespace seedmote::platform
