@@ -1,0 +1,15 @@
+import QtQuick
+
+// Says in the middle of an empty list why it is empty.
+Text {
+    anchors.centerIn: parent
+    width: Math.min(360, (parent?.width ?? 0) - 48)
+    horizontalAlignment: Text.AlignHCenter
+    textFormat: Text.PlainText
+    wrapMode: Text.Wrap
+    color: "#566774"
+    font.pixelSize: 15
+    lineHeight: 1.25
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

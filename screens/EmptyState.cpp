@@ -1,0 +1,78 @@
+#include "screens/EmptyState.h"
+
+#include "app/resources/RVRes.h"
+#include "platform/core/Format.h"
+
+namespace seedmote {
+
+namespace {
+
+const char* words(DaemonCondition condition) {
+  switch (condition) {
+    case DaemonCondition::notAsked:
+      return "The daemon has not been asked yet. Its torrents appear here once it has answered.";
+    case DaemonCondition::answered:
+      return "The daemon has answered; its torrents are on their way.";
+    case DaemonCondition::newSession:
+      return "The daemon has given out a new session id. Refresh to fetch the torrents.";
+    case DaemonCondition::loginRefused:
+      return "The daemon refused the user name or the password. Check both in the settings.";
+    case DaemonCondition::lockedOut:
+      return "The daemon takes no more logins after too many refused ones. Restart the daemon, and check "
+             "user "
+             "name and password in the settings.";
+    case DaemonCondition::addressNotAllowed:
+      return "The daemon does not let this device in. Add its address to the daemon's \"rpc-whitelist\".";
+    case DaemonCondition::hostNotAllowed:
+      return "The daemon does not know itself by this host name. Add the name to its \"rpc-host-whitelist\", "
+             "or "
+             "enter the daemon's IP address in the settings.";
+    case DaemonCondition::noTls:
+      return "The daemon does not speak SSL on this port. Switch SSL off in the settings, or enter the port "
+             "that does.";
+    case DaemonCondition::tlsTrouble:
+      return "No secure connection to the daemon came about. Check the port and SSL in the settings.";
+    case DaemonCondition::nobodyListens:
+      return "Nobody listens at this address and port. Check both in the settings, and that the daemon runs "
+             "and allows remote access.";
+    case DaemonCondition::unknownHost:
+      return "This host is not known. Check the address in the settings, and this device's network.";
+    case DaemonCondition::noAnswer:
+      return "The daemon did not answer in time. Check the address in the settings and the network, then "
+             "refresh.";
+    case DaemonCondition::brokenOff:
+      return "The connection broke off before the daemon's answer was complete. Refresh to try again.";
+    case DaemonCondition::notTransmission:
+      return "What answers there is not a Transmission daemon. Check the address and the port in the "
+             "settings.";
+    case DaemonCondition::unreadable:
+      return "The daemon's answer could not be read. Refresh to try again.";
+    case DaemonCondition::cancelled:
+      return "The request was cancelled.";
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string EmptyState::sentence() const {
+  if (connected && !setUp) {
+    return "The daemon is connected. Close the settings to see its torrents.";
+  }
+  if (connected && torrents > 0) {
+    return filterID == 1
+               ? "The torrents are being listed."
+               : platform::format("No torrent is in the state \"%@\" now. Choose \"%@\" to see them all.",
+                                  RVRes::getWording(filterID), RVRes::getWording(1));
+  }
+  if (connected && outcome.condition == DaemonCondition::answered) {
+    return "The daemon has no torrents. Copy a torrent's link and pull this list down to add one.";
+  }
+  std::string text = words(outcome.condition);
+  if (outcome.condition == DaemonCondition::unreadable && !outcome.detail.empty()) {
+    text += platform::format("\n(%@)", outcome.detail);
+  }
+  return text;
+}
+
+}  // namespace seedmote

@@ -1,0 +1,83 @@
+import QtQuick
+import Seedmote.Platform
+import Seedmote.Screens
+
+TableRow {
+    id: row
+
+    readonly property RVTorrentListCell torrent: row.cell as RVTorrentListCell
+
+    Item {
+        id: content
+
+        anchors.fill: parent
+        visible: !row.torrent.contentHidden
+
+        ShakingIcon {
+            x: 18
+            y: 21
+            width: 32
+            height: 32
+            torrent: row.torrent
+        }
+
+        TorrentLabel {
+            id: name
+
+            x: 66
+            y: 8
+            width: (eta.text.length > 0 ? eta.x - 12 : content.width - 18) - x
+            text: row.torrent.labelTorrnetName
+            elide: Text.ElideMiddle
+            color: "#1d2b36"
+            font.pixelSize: 16
+            font.weight: Font.DemiBold
+        }
+
+        TorrentLabel {
+            id: eta
+
+            x: content.width - 18 - width
+            anchors.baseline: name.baseline
+            text: row.torrent.labelETA
+            color: "#1d76d8"
+            font.pixelSize: 13
+        }
+
+        TorrentLabel {
+            x: name.x
+            y: 31
+            width: content.width - 18 - x
+            text: row.torrent.labelBytesInformation
+            font.pixelSize: 13
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 9
+        }
+
+        TorrentLabel {
+            x: name.x
+            y: 48
+            width: content.width - 18 - x
+            text: row.torrent.labelSpeedInformation
+            font.pixelSize: 13
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 9
+        }
+
+        TorrentProgress {
+            x: name.x
+            y: 69
+            width: content.width - 18 - x
+            height: 3
+            torrent: row.torrent
+        }
+    }
+
+    Rectangle {
+        x: name.x
+        y: row.height - height
+        width: row.width - x
+        height: 1
+        color: "#d3e3eb"
+    }
+}

@@ -1,0 +1,221 @@
+#include "screens/RVTorrentListController.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include "app/resources/RVRes.h"
+#include "client/RVTrans.h"
+#include "client/RVUtility.h"
+#include "platform/core/Log.h"
+#include "platform/core/Services.h"
+#include "platform/core/UserDefaults.h"
+#include "screens/EmptyState.h"
+
+namespace seedmote {
+
+using platform::log;
+using platform::logRow;
+using platform::services;
+
+namespace {
+
+constexpr double kRefreshSeconds = 2.0;
+constexpr int kAllStates = 1;
+constexpr std::int64_t kNoRow = std::numeric_limits<std::int64_t>::min();
+
+double rowHeight() {
+  return services().device.userInterfaceIdiom() == platform::Idiom::tablet ? 78.0 : 54.0;
+}
+
+bool isSetUp() {
+  return services().defaults.string("FirstRun") == "3";
+}
+
+// The list may have been replaced by a shorter one since its rows were counted.
+json::ValueRef torrentAt(const json::Value& list, int row) {
+  const auto index = static_cast<std::size_t>(row);
+  return row >= 0 && index < list->count() ? list->at(index) : json::ValueRef();
+}
+
+}  // namespace
+
+RVTorrentListController::RVTorrentListController(QObject* parent) : QObject(parent) {
+  table_.setDataSource(this);
+  connect(&table_, &platform::TableView::laidOut, this, &RVTorrentListController::updateEmptyState);
+}
+
+RVTorrentListController::~RVTorrentListController() {
+  table_.disconnect(this);
+  table_.setDataSource(nullptr);
+}
+
+void RVTorrentListController::viewDidLoad() {
+  doInit();
+  refreshTimer_ =
+      services().timers.repeat("updateTorrentList", kRefreshSeconds, [this] { updateTorrentList(); });
+  log("Torrent List view is loaded.\n");
+}
+
+void RVTorrentListController::doInit() {
+  const Color background = RVRes::getColor(32);
+  table_.setBackgroundColor(QColor::fromRgbF(background.red, background.green, background.blue));
+  services().defaults.setObject("ServerChanged", "NO");
+  services().defaults.synchronize();
+  filterID_ = kAllStates;
+  table_.reload();
+  updateEmptyState();
+}
+
+void RVTorrentListController::updateTorrentList() {
+  updateShaking();  // a refresh clears the selection
+  updateEmptyState();
+  if (!isSetUp() || !RVTrans::isConnected() || RVTrans::isUpdating()) {
+    return;
+  }
+  if (RVTrans::isNewData()) {
+    refreshAll();
+  }
+  log("Detailview torrent update finished");
+}
+
+void RVTorrentListController::refreshAll() {
+  table_.reload();
+  if (RVTrans::getTorrentSelection() == RVTorrentListCell::kNoTorrent &&
+      torrentInfoViewController_ != nullptr) {
+    torrentInfoViewController_->resetPosition();
+  }
+  log("refreshAll finished");
+}
+
+void RVTorrentListController::doFilter(int filterID) {
+  filterID_ = filterID;
+  refreshAll();
+}
+
+int RVTorrentListController::numberOfRowsInSection(int /*section*/) {
+  if (!RVTrans::isConnected()) {
+    return 0;
+  }
+  const std::size_t count = RVTrans::getTorrentList()->count();
+  log("count = %ld\n", count);
+  return static_cast<int>(std::min<std::size_t>(count, std::numeric_limits<int>::max()));
+}
+
+RVTorrentListCell* RVTorrentListController::cellForRowAtIndexPath(int row) {
+  const json::Value list = RVTrans::getTorrentList();
+  const json::ValueRef torrent = torrentAt(list, row);
+  if (torrent.isAbsent()) {
+    return nullptr;
+  }
+  RVTorrentListCell* cell = reusableCell();
+  const int status = RVUtility::changeTransStatus(torrent["status"].intValue(), RVTrans::getRPCVersion());
+  cell->fill(torrent, status);
+  cell->hideCell(filterID_ != kAllStates && filterID_ != cell->statusID());
+  logRow("status = %d\n", status);
+  cell->setCellIndex(row);
+  cell->setShaking(isShaking(cell->torrentidx()));
+  cell->finishFilling();
+  return cell;
+}
+
+RVTorrentListCell* RVTorrentListController::reusableCell() {
+  platform::TableViewCell* cell = table_.dequeueReusableCell(RVTorrentListCell::kIdentifier);
+  if (cell == nullptr) {
+    cell = table_.addCell(std::make_unique<RVTorrentListCell>());
+  }
+  return static_cast<RVTorrentListCell*>(cell);
+}
+
+double RVTorrentListController::heightForRowAtIndexPath(int row) {
+  logRow("heightForRowAtIndexPath:%ld\n", std::int64_t{row});
+  const RVTorrentListCell* cell = cellForRowAtIndexPath(row);
+  if (cell == nullptr || (filterID_ != kAllStates && filterID_ != cell->statusID())) {
+    return 0.0;
+  }
+  return rowHeight();
+}
+
+std::int64_t RVTorrentListController::rowToken(int row) {
+  if (!RVTrans::isConnected()) {
+    return kNoRow;
+  }
+  const json::Value list = RVTrans::getTorrentList();
+  const json::ValueRef torrent = torrentAt(list, row);
+  return torrent.isAbsent() ? kNoRow : torrent["id"].exactInteger().value_or(RVTorrentListCell::kNoTorrent);
+}
+
+// The selection.
+
+bool RVTorrentListController::isShaking(std::int64_t torrent) const {
+  return torrent != RVTorrentListCell::kNoTorrent && torrent == tappedTorrent_ &&
+         torrent == RVTrans::getTorrentSelection();
+}
+
+void RVTorrentListController::didSelectRowAtIndexPath(int row) {
+  log("didSelectRowAtIndexPath:%ld\n", std::int64_t{row});
+  const std::int64_t torrent = rowToken(row);
+  if (torrent == kNoRow) {
+    return;
+  }
+  if (RVTrans::getTorrentSelection() == torrent) {
+    RVTrans::selectTorrent(RVTorrentListCell::kNoTorrent);
+    tappedTorrent_ = RVTorrentListCell::kNoTorrent;
+    updateShaking();
+  } else {
+    selectTorrent(torrent);
+  }
+}
+
+// The row shows the selection also when its details cannot be had: who starts or deletes what is selected
+// must see what that is.
+void RVTorrentListController::selectTorrent(std::int64_t torrent) {
+  RVTrans::selectTorrent(torrent);
+  tappedTorrent_ = torrent;
+  try {
+    std::shared_ptr<RVTorrentInfo> info = RVTrans::getTorrentInfo();
+    if (torrentInfoViewController_ != nullptr) {
+      torrentInfoViewController_->setDetailInfo(std::move(info));
+    }
+  } catch (...) {
+    updateShaking();
+    throw;
+  }
+  updateShaking();
+}
+
+// Starts and stops the shakes of the icons, as their torrents are selected or not.
+void RVTorrentListController::updateShaking() {
+  for (const platform::TableView::LiveRow& live : table_.liveRows()) {
+    if (auto* cell = static_cast<RVTorrentListCell*>(live.cell)) {
+      cell->setShaking(isShaking(cell->torrentidx()));
+    }
+  }
+}
+
+void RVTorrentListController::didDeselectRowAtIndexPath(int row) {
+  if (rowToken(row) == tappedTorrent_) {
+    tappedTorrent_ = RVTorrentListCell::kNoTorrent;
+  }
+  updateShaking();
+  log("didDeselectRowAtIndexPath:%ld\n", std::int64_t{row});
+}
+
+void RVTorrentListController::updateEmptyState() {
+  if (!table_.isEmpty()) {
+    return;
+  }
+  EmptyState state;
+  state.setUp = isSetUp();
+  state.connected = RVTrans::isConnected();
+  state.torrents = state.connected ? RVTrans::getTorrentList()->count() : 0;
+  state.filterID = filterID_;
+  state.outcome = RVTrans::lastOutcome();
+  const QString sentence = QString::fromStdString(state.sentence());
+  if (emptyState_ != sentence) {
+    emptyState_ = sentence;
+    Q_EMIT emptyStateChanged();
+  }
+}
+
+}  // namespace seedmote

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQmlIntegration>
+#include <cstdint>
+
+#include "json/Value.h"
+#include "platform/core/Device.h"
+#include "platform/core/Timers.h"
+#include "platform/ui/TableView.h"
+#include "platform/ui/TableViewDataSource.h"
+#include "screens/RVTorrentListCell.h"
+#include "screens/TorrentDetailPanel.h"
+
+namespace seedmote {
+
+// The torrent list: a table of the client's torrents, one cell each, those of other states than the
+// filter's with height 0. It asks the client every two seconds whether there is something new. Main
+// thread.
+class RVTorrentListController : public QObject, public platform::TableViewDataSource {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("The torrent list is made by the program.")
+  Q_PROPERTY(seedmote::platform::TableView* table READ table CONSTANT)
+  Q_PROPERTY(QString emptyState READ emptyState NOTIFY emptyStateChanged)
+
+ public:
+  explicit RVTorrentListController(QObject* parent = nullptr);
+  ~RVTorrentListController() override;
+
+  void viewDidLoad();
+
+  // The panel that shows the selected torrent; not owned. None on a phone.
+  void setTorrentInfoViewController(TorrentDetailPanel* panel) { torrentInfoViewController_ = panel; }
+
+  // Lets only torrents of a list state through (see RVTorrentListCell); 1 lets all through.
+  void doFilter(int filterID);
+  int filterID() const { return filterID_; }
+  void refreshAll();
+  // Every two seconds: lists the torrents anew when the client has new data.
+  void updateTorrentList();
+
+  platform::TableView* table() { return &table_; }
+  // Says why there is nothing to see, while the table is empty.
+  QString emptyState() const { return emptyState_; }
+
+  int numberOfRowsInSection(int section) override;
+  double heightForRowAtIndexPath(int row) override;
+  // Null for a row beyond the end of the list.
+  RVTorrentListCell* cellForRowAtIndexPath(int row) override;
+  // The torrent's id.
+  std::int64_t rowToken(int row) override;
+  // A toggle: a tap on the selected torrent deselects it.
+  void didSelectRowAtIndexPath(int row) override;
+  void didDeselectRowAtIndexPath(int row) override;
+
+ Q_SIGNALS:
+  void emptyStateChanged();
+
+ private:
+  void doInit();
+  void selectTorrent(std::int64_t torrent);
+  RVTorrentListCell* reusableCell();
+  bool isShaking(std::int64_t torrent) const;
+  void updateShaking();
+  void updateEmptyState();
+
+  platform::TableView table_;
+  platform::Timers::Handle refreshTimer_;
+  TorrentDetailPanel* torrentInfoViewController_ = nullptr;
+  int filterID_ = 1;
+  // The torrent whose row was tapped last; its icon shakes as long as it is the client's selection.
+  std::int64_t tappedTorrent_ = RVTorrentListCell::kNoTorrent;
+  QString emptyState_;
+};
+
+}  // namespace seedmote

@@ -1,0 +1,165 @@
+#include "ListFixture.h"
+
+namespace seedmote {
+namespace {
+
+class TorrentListTest : public ListFixture {
+ protected:
+  std::vector<int> shaking() {
+    std::vector<int> rows;
+    for (const platform::TableView::LiveRow& live : table().liveRows()) {
+      if (cell(live.row)->isShaking()) {
+        rows.push_back(live.row);
+      }
+    }
+    return rows;
+  }
+};
+
+class PhoneListTest : public ListFixture {
+ protected:
+  PhoneListTest() : ListFixture(platform::Idiom::phone) {}
+};
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_F(TorrentListTest, ListsWhatTheClientHasOnceThereIsSomethingNew) {
+  controller->viewDidLoad();
+  table().setViewport(0, 600);
+  settle();
+  EXPECT_EQ(services.defaults.string("ServerChanged"), "NO");
+  EXPECT_EQ(services.scripted.requests().size(), 0u) << "an unconnected list asks for nothing";
+  connect();
+  EXPECT_EQ(table().rowCount(), 0);
+  tick();
+  ASSERT_EQ(table().rowCount(), 4);
+  EXPECT_EQ(table().contentHeight(), 4 * 78);
+  EXPECT_EQ(cell(1)->labelTorrnetName(), QStringLiteral("loads"));
+  EXPECT_EQ(lines.count("count = 4\n"), 1);
+  EXPECT_EQ(lines.count("heightForRowAtIndexPath:3\n"), 1);
+  EXPECT_EQ(lines.count("status = 4\n"), 2) << "each row is built for its height and for the screen";
+
+  lines.clear();
+  tick();
+  EXPECT_EQ(lines.count("refreshAll finished"), 0) << "nothing new";
+  EXPECT_EQ(lines.count("Detailview torrent update finished"), 1);
+}
+
+TEST_F(TorrentListTest, WaitsForTheEndOfTheFirstRun) {
+  services.defaults.setObject("FirstRun", "2");
+  show();
+  EXPECT_EQ(table().rowCount(), 0);
+  EXPECT_EQ(lines.count("Detailview torrent update finished"), 0);
+  EXPECT_NE(controller->emptyState().indexOf(QStringLiteral("Close the settings")), -1);
+  services.defaults.setObject("FirstRun", "3");
+  tick();
+  EXPECT_EQ(table().rowCount(), 4);
+}
+
+TEST_F(TorrentListTest, FilterCollapsesRowsOfOtherStates) {
+  torrents += R"(,{"id":15,"name":"unknown","status":99})";
+  show();
+  for (const auto& [filter, row] : std::vector<std::pair<int, int>>{{5, 0}, {3, 1}, {2, 2}}) {
+    controller->doFilter(filter);
+    settle();
+    ASSERT_GE(table().liveRows().size(), 1u);
+    EXPECT_EQ(table().liveRows()[0].row, row);
+    EXPECT_EQ(table().liveRows()[0].height, 78);
+    EXPECT_FALSE(cell(row)->isContentHidden());
+  }
+  controller->doFilter(6);
+  settle();
+  EXPECT_TRUE(table().isEmpty());
+  EXPECT_NE(controller->emptyState().indexOf(QStringLiteral("\"Verifying\"")), -1);
+  EXPECT_EQ(table().rowCount(), 5);
+  controller->doFilter(1);
+  settle();
+  EXPECT_EQ(table().liveRows().size(), 5u);
+}
+
+TEST_F(PhoneListTest, RowsAreLower) {
+  show();
+  EXPECT_EQ(table().contentHeight(), 4 * 54);
+}
+
+TEST_F(TorrentListTest, TapsToggleTheSelection) {
+  FakePanel panel;
+  controller->setTorrentInfoViewController(&panel);
+  show();
+  EXPECT_EQ(panel.reset, 1) << "a reload without a selection hides the panel";
+  tap(1);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), 12);
+  EXPECT_EQ(panel.comment, "details");
+  EXPECT_THAT(shaking(), ElementsAre(1));
+  EXPECT_TRUE(cell(1)->isSelected());
+  tap(2);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), 13);
+  EXPECT_THAT(shaking(), ElementsAre(2));
+  EXPECT_EQ(lines.count("didDeselectRowAtIndexPath:1\n"), 1);
+
+  // A reload brings new cells and forgets the table's selection; the torrent's stays.
+  controller->refreshAll();
+  settle();
+  EXPECT_EQ(panel.reset, 1);
+  EXPECT_THAT(shaking(), ElementsAre(2));
+  tap(3);
+  EXPECT_THAT(shaking(), ElementsAre(3));
+  tap(3);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
+  EXPECT_THAT(shaking(), IsEmpty());
+  EXPECT_EQ(panel.shown, 3);
+
+  tap(0);
+  RVTrans::selectTorrent(-1);
+  tick();
+  EXPECT_THAT(shaking(), IsEmpty()) << "the selection was cleared elsewhere";
+}
+
+TEST_F(TorrentListTest, TheRowShowsTheSelectionAlsoWhenItsDetailsCannotBeHad) {
+  show();
+  details.clear();  // the daemon does not know the torrent any more
+  tap(2);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), 13);
+  EXPECT_THAT(shaking(), ElementsAre(2));
+}
+
+TEST_F(TorrentListTest, TheShakeFollowsTheTorrentToItsNewRow) {
+  show();
+  tap(1);
+  torrents = R"({"id":10,"status":4},{"id":11,"status":4},{"id":12,"status":4})";
+  RVTrans::updateAllTorrents();
+  tap(1);  // on what is still on screen, while the client has another list
+  EXPECT_EQ(RVTrans::getTorrentSelection(), 12) << "the row stands for another torrent now";
+  tick();
+  EXPECT_THAT(shaking(), ElementsAre(2));
+}
+
+TEST_F(TorrentListTest, TorrentsWithoutAnIdCannotBeSelected) {
+  torrents = R"({"id":2.5,"name":"broken","status":4},7)";
+  show();
+  ASSERT_EQ(table().rowCount(), 2);
+  tap(0);
+  tap(1);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
+  EXPECT_THAT(shaking(), IsEmpty());
+  EXPECT_THAT(lines.count("Raised"), 0);
+}
+
+TEST_F(TorrentListTest, SurvivesAListThatShrinksInTheMiddleOfAPass) {
+  show();
+  table().setSlice({1e9, 2});
+  table().reload();
+  services.settle();
+  torrents = R"({"id":11,"status":6})";
+  RVTrans::updateAllTorrents();
+  settle();
+  EXPECT_EQ(table().rowCount(), 4);
+  EXPECT_EQ(controller->cellForRowAtIndexPath(2), nullptr);
+  EXPECT_EQ(controller->heightForRowAtIndexPath(2), 0);
+  tick();
+  EXPECT_EQ(table().rowCount(), 1);
+}
+
+}  // namespace
+}  // namespace seedmote
