@@ -3,14 +3,15 @@
 //
 //   json-bench              all measurements
 //   json-bench read N       only reads a list of N torrents a few times, for an instruction counter
+//   json-bench write N      only writes it, likewise
 //   json-bench memory N     what a list of N torrents keeps resident
 #include <malloc.h>
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
+#include <time.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -54,10 +55,17 @@ std::string torrentList(int count) {
   return text + R"(]},"result":"success"})" + "\n";
 }
 
-double seconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+// Processor time, not wall time: other programs on the machine then disturb less.
+double now() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+double seconds(const std::function<void()>& work, int times) {
+  const double start = now();
+  for (int i = 0; i < times; ++i) work();
+  return (now() - start) / times;
 }
 
 double median(std::vector<double> values) {
@@ -67,12 +75,13 @@ double median(std::vector<double> values) {
 
 void compare(const char* what, std::size_t bytes, int rounds, const std::function<void()>& ours,
              const std::function<void()>& yardstick) {
-  ours();
-  yardstick();
+  const int times = bytes < 100'000 ? 200 : 1;
+  seconds(ours, times);
+  seconds(yardstick, times);
   std::vector<double> our, other, ratios;
   for (int i = 0; i < rounds; ++i) {
-    our.push_back(seconds(ours));
-    other.push_back(seconds(yardstick));
+    our.push_back(seconds(ours, times));
+    other.push_back(seconds(yardstick, times));
     ratios.push_back(other.back() / our.back());
   }
   const auto rate = [&](double time) { return static_cast<double>(bytes) / time / 1e6; };
@@ -182,11 +191,16 @@ int main(int argc, char** argv) {
     for (int i = 0; i < 10; ++i) readOurs(text);
     return 0;
   }
+  if (what == "write") {
+    const Value value = JSONValue(torrentList(torrents));
+    for (int i = 0; i < 300; ++i) check(JSONRepresentation(value).has_value());
+    return 0;
+  }
   if (what == "memory") {
     measureKeptTrees(torrents);
     return 0;
   }
-  measureReading(10, 20001);
+  measureReading(10, 201);
   measureReading(10'000, 101);
   measurePieces(10'000, 101);
   measureReading(100'000, 21);

@@ -22,22 +22,23 @@ struct YxJsonStreamWriter::Flush {
 };
 
 YxJsonStreamWriter::YxJsonStreamWriter()
-    : state_(&YxJsonStreamWriterStateStart::sharedInstance()), staging_(stagingBytes) {
+    : state_(&YxJsonStreamWriterStateStart::sharedInstance()), staging_(new char[stagingBytes]) {
   stateStack_.reserve(32);
 }
 
 void YxJsonStreamWriter::flush() {
   if (used_ == 0) return;
   const std::size_t length = std::exchange(used_, 0);
-  appendBytes(staging_.data(), length);
+  appendBytes(staging_.get(), length);
 }
 
 void YxJsonStreamWriter::put(std::string_view text) {
-  if (staging_.size() - used_ < text.size()) {
+  if (text.size() > stagingBytes) {
     flush();
-    if (text.size() > staging_.size()) return appendBytes(text.data(), text.size());
+    return appendBytes(text.data(), text.size());
   }
-  if (!text.empty()) std::memcpy(staging_.data() + used_, text.data(), text.size());
+  char* to = room(text.size());
+  if (!text.empty()) std::memcpy(to, text.data(), text.size());
   used_ += text.size();
 }
 
@@ -76,7 +77,7 @@ bool YxJsonStreamWriter::close(char bracket) {
   return true;
 }
 
-bool YxJsonStreamWriter::beginScalar() {
+inline bool YxJsonStreamWriter::beginScalar() {
   if (state_->isInvalidState(*this) || state_->expectingKey(*this)) return false;
   state_->appendSeparator(*this);
   if (humanReadable_) state_->appendWhitespace(*this);
@@ -101,9 +102,8 @@ bool YxJsonStreamWriter::putString(std::string_view text) {
 
 // Copies into the staging buffer as long as nothing has to be escaped, which is nearly always.
 void YxJsonStreamWriter::putQuoted(std::string_view text) {
-  if (text.size() + 2 > staging_.size()) return putEscaped(text, 0);
-  if (staging_.size() - used_ < text.size() + 2) flush();
-  char* to = staging_.data() + used_;
+  if (text.size() + 2 > stagingBytes) return putEscaped(text, 0);
+  char* to = room(text.size() + 2);
   const std::size_t plain = detail::copyPlain(to + 1, text);
   if (plain != text.size()) [[unlikely]]
     return putEscaped(text, plain);
@@ -147,29 +147,31 @@ std::string YxJsonStreamWriter::escaped(std::string_view text) const {
 bool YxJsonStreamWriter::putNumber(const Node& node) {
   if (node.kind() == Kind::boolean) return putScalar(node.unsignedValue != 0 ? "true" : "false");
   if (!beginScalar()) return false;
-  char buffer[128];
-  std::to_chars_result printed{buffer, {}};
+  constexpr std::size_t numberBytes = 128;
+  char* const to = room(numberBytes);
+  std::to_chars_result printed{to, {}};
   switch (node.kind()) {
     case Kind::signedInteger:
-      printed = std::to_chars(buffer, buffer + sizeof(buffer), node.signedValue);
+      printed = std::to_chars(to, to + numberBytes, node.signedValue);
       break;
     case Kind::unsignedInteger:
-      printed = std::to_chars(buffer, buffer + sizeof(buffer), node.unsignedValue);
+      printed = std::to_chars(to, to + numberBytes, node.unsignedValue);
       break;
     case Kind::decimal:
       if (detail::isNotANumber(node)) return fail("NaN is not a valid number in JSON");
       put(detail::decimalText(node));
-      break;
+      state_->transitionState(*this);
+      return true;
     default:
       if (std::isnan(node.real)) return fail("NaN is not a valid number in JSON");
       if (std::isinf(node.real)) {
         return fail(node.real > 0 ? "+Infinity is not a valid number in JSON"
                                   : "-Infinity is not a valid number in JSON");
       }
-      printed = std::to_chars(buffer, buffer + sizeof(buffer), node.real, std::chars_format::general, 17);
+      printed = std::to_chars(to, to + numberBytes, node.real, std::chars_format::general, 17);
       break;
   }
-  put(std::string_view(buffer, static_cast<std::size_t>(printed.ptr - buffer)));
+  used_ += static_cast<std::size_t>(printed.ptr - to);
   state_->transitionState(*this);
   return true;
 }

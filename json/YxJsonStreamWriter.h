@@ -84,16 +84,23 @@ class YxJsonStreamWriter {
   void putEscaped(std::string_view text, std::size_t plain);
   std::string escaped(std::string_view text) const;
   bool putTree(ValueRef root);
-  bool openLevel(ValueRef container, std::vector<Level>& levels);
+  bool openLevel(const detail::Node& node, std::vector<Level>& levels);
+  bool putForeign(ValueRef value, std::vector<Level>& levels, std::vector<Value>& proxies);
   bool putValue(ValueRef value, std::vector<Level>& levels, std::vector<Value>& proxies);
   bool putNext(std::vector<Level>& levels, std::vector<Value>& proxies);
   void putWhitespace(bool oneBlank);
 
   void put(char byte) {
-    if (used_ == staging_.size()) flush();
-    staging_[used_++] = byte;
+    *room(1) = byte;
+    ++used_;
   }
   void put(std::string_view text);
+  // Where the next bytes go, at most stagingBytes; who writes them counts them in used_.
+  char* room(std::size_t bytes) {
+    if (stagingBytes - used_ < bytes) [[unlikely]]
+      flush();
+    return staging_.get() + used_;
+  }
   void flush();
 
   static constexpr std::size_t stagingBytes = 16384;
@@ -109,7 +116,7 @@ class YxJsonStreamWriter {
   // Quoted and escaped texts by what they were made from. A text that needs no escapes is as quickly copied
   // as looked up, and is not kept.
   std::unordered_map<std::string, std::string, TextHash, std::equal_to<>> cache_;
-  std::vector<char> staging_;
+  std::unique_ptr<char[]> staging_;
   std::size_t used_ = 0;
 };
 

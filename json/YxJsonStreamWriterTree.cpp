@@ -49,8 +49,7 @@ bool YxJsonStreamWriter::putNext(std::vector<Level>& levels, std::vector<Value>&
   return putValue(ValueRef(value), levels, proxies);
 }
 
-bool YxJsonStreamWriter::openLevel(ValueRef container, std::vector<Level>& levels) {
-  const Node& node = *container.node();
+bool YxJsonStreamWriter::openLevel(const Node& node, std::vector<Level>& levels) {
   Level level;
   if (node.kind() == Kind::array) {
     if (!open(YxJsonStreamWriterStateArrayStart::sharedInstance(), '[')) return false;
@@ -73,32 +72,35 @@ bool YxJsonStreamWriter::openLevel(ValueRef container, std::vector<Level>& level
 }
 
 bool YxJsonStreamWriter::putValue(ValueRef value, std::vector<Level>& levels, std::vector<Value>& proxies) {
-  // An object may be its own proxy, which would never end.
-  for (int replaced = 0; value.offersProxyForJson() && replaced < 1000; ++replaced) {
-    proxies.push_back(value.proxyForJson());
-    value = proxies.back();
-  }
-  switch (value.kind()) {
+  if (value.isAbsent()) return fail("JSON serialisation not supported for (null)");
+  const Node& node = *value.node();
+  switch (node.kind()) {
     case Kind::dictionary:
     case Kind::array:
-      return openLevel(value, levels);
+      return openLevel(node, levels);
     case Kind::string:
-      putString(*value.text());
+      putString(node.view());
       return true;
-    case Kind::boolean:
-    case Kind::signedInteger:
-    case Kind::unsignedInteger:
-    case Kind::decimal:
-    case Kind::real:
-      return putNumber(*value.node());
     case Kind::null:
       return putScalar("null");
     case Kind::foreign:
-      return fail("JSON serialisation not supported for " + std::string(value.className()));
-    case Kind::absent:
-      break;
+      return putForeign(value, levels, proxies);
+    default:
+      return putNumber(node);
   }
-  return fail("JSON serialisation not supported for (null)");
+}
+
+bool YxJsonStreamWriter::putForeign(ValueRef value, std::vector<Level>& levels, std::vector<Value>& proxies) {
+  // An object may be its own proxy, which would never end.
+  constexpr int mostReplacements = 1000;
+  for (int replaced = 0; value.offersProxyForJson() && replaced < mostReplacements; ++replaced) {
+    proxies.push_back(value.proxyForJson());
+    value = proxies.back();
+  }
+  if (value.kind() == Kind::foreign) {
+    return fail("JSON serialisation not supported for " + std::string(value.className()));
+  }
+  return putValue(value, levels, proxies);
 }
 
 }  // namespace seedmote::json
