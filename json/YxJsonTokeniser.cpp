@@ -1,6 +1,7 @@
 #include "json/YxJsonTokeniser.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 namespace seedmote::json {
@@ -9,6 +10,16 @@ namespace {
 bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
 }
+// The value of a hexadecimal digit; for any other byte a number too large for four digits.
+constexpr std::array<int, 256> hexValues = [] {
+  std::array<int, 256> values{};
+  values.fill(1 << 16);
+  for (int i = 0; i < 10; ++i) values[static_cast<std::size_t>('0' + i)] = i;
+  for (int i = 0; i < 6; ++i) values[static_cast<std::size_t>('a' + i)] = 10 + i;
+  for (int i = 0; i < 6; ++i) values[static_cast<std::size_t>('A' + i)] = 10 + i;
+  return values;
+}();
+
 bool isStop(char byte) {
   return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
 }
@@ -66,7 +77,7 @@ YxJsonToken YxJsonTokeniser::getStringSlowly(const char*& at, const char* end, Y
     return YxJsonToken::end;
   };
   for (;;) {
-    next = skipPlain(next, end);
+    if (next != end && isPlain(*next)) next = skipPlain(next, end);
     if (next == end) return waitFrom(next);
     if (static_cast<unsigned char>(*next) >= 0x80) {
       const char* const behind = state.broken ? next + 1 : detail::skipUtf8Sequence(next, end);
@@ -129,7 +140,16 @@ YxJsonTokeniser::Escape YxJsonTokeniser::getUnicodeEscape(const char*& at, const
   at += 5;
   if (isLowSurrogate(unit)) return failed("Invalid high character in surrogate pair");
   if (!isHighSurrogate(unit)) {
-    detail::appendUtf8(accumulator_, unit);
+    // Names in other scripts come as one such escape after the other: they are taken in one go.
+    char bytes[96];
+    char* to = detail::putUtf8(bytes, unit);
+    const char* const limit = bytes + sizeof(bytes) - 4;
+    while (to < limit && end - at >= 6 && at[0] == '\\' && at[1] == 'u' && decodeHexQuad(at + 2, unit) &&
+           !isHighSurrogate(unit) && !isLowSurrogate(unit)) {
+      to = detail::putUtf8(to, unit);
+      at += 6;
+    }
+    accumulator_.append(bytes, static_cast<std::size_t>(to - bytes));
     return Escape::done;
   }
   if (end - at < 6) return Escape::cut;
@@ -171,20 +191,10 @@ bool YxJsonTokeniser::decodeEscape(char escape, char& character) {
 }
 
 bool YxJsonTokeniser::decodeHexQuad(const char* digits, char16_t& unit) {
-  unsigned value = 0;
-  for (int i = 0; i < 4; ++i) {
-    const char digit = digits[i];
-    const char letter = static_cast<char>(digit | 0x20);
-    if (isDigit(digit)) {
-      value = value * 16 + static_cast<unsigned>(digit - '0');
-    } else if (letter >= 'a' && letter <= 'f') {
-      value = value * 16 + static_cast<unsigned>(letter - 'a' + 10);
-    } else {
-      return false;
-    }
-  }
-  unit = static_cast<char16_t>(value);
-  return true;
+  const auto value = [&](int i) { return hexValues[static_cast<unsigned char>(digits[i])]; };
+  const int quad = (value(0) << 12) | (value(1) << 8) | (value(2) << 4) | value(3);
+  unit = static_cast<char16_t>(quad);
+  return quad <= 0xFFFF;
 }
 
 }  // namespace seedmote::json

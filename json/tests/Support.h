@@ -13,25 +13,26 @@ inline std::string dump(ValueRef value) {
   std::string text;
   switch (value.kind()) {
     case Kind::array:
-      for (const ValueRef element : value.elements()) text += (text.empty() ? "" : ",") + dump(element);
+      for (const ValueRef element : value.elements())
+        text.append(text.empty() ? "" : ",").append(dump(element));
       return "[" + text + "]";
     case Kind::dictionary:
       for (const Entry& entry : value.entries()) {
-        text += (text.empty() ? "" : ",") + std::string(entry.key) + "=" + dump(entry.value);
+        text.append(text.empty() ? "" : ",").append(entry.key).append("=").append(dump(entry.value));
       }
       return "{" + text + "}";
     case Kind::boolean:
       return value.boolValue() ? "true" : "false";
     case Kind::signedInteger:
-      return "i" + value.description();
+      return std::string("i") + value.description();
     case Kind::unsignedInteger:
-      return "u" + value.description();
+      return std::string("u") + value.description();
     case Kind::decimal:
-      return "d" + value.description();
+      return std::string("d") + value.description();
     case Kind::real:
-      return "r" + value.description();
+      return std::string("r") + value.description();
     case Kind::string:
-      return "'" + value.description() + "'";
+      return std::string("'") + value.description() + "'";
     default:
       return value.description();
   }
@@ -44,7 +45,7 @@ class EventRecorder final : public YxJsonStreamParserDelegate {
 
   void parserFoundObjectStart(YxJsonStreamParserBase&) override { events += "{ "; }
   void foundObjectKey(YxJsonStreamParserBase&, std::string_view key) override {
-    events += "key:" + std::string(key) + " ";
+    events.append("key:").append(key).append(" ");
   }
   void parserFoundObjectEnd(YxJsonStreamParserBase& parser) override { end("}", parser); }
   void parserFoundArrayStart(YxJsonStreamParserBase&) override { events += "[ "; }
@@ -52,16 +53,16 @@ class EventRecorder final : public YxJsonStreamParserDelegate {
   void foundBoolean(YxJsonStreamParserBase&, bool value) override { events += value ? "true " : "false "; }
   void parserFoundNull(YxJsonStreamParserBase&) override { events += "null "; }
   void foundNumber(YxJsonStreamParserBase&, const YxJsonNumber& number) override {
-    events += "number:" + Value::number(number)->description() + " ";
+    events.append("number:").append(Value::number(number)->description()).append(" ");
   }
   void foundString(YxJsonStreamParserBase&, std::string_view text) override {
-    events += "string:" + std::string(text) + " ";
+    events.append("string:").append(text).append(" ");
   }
 
  private:
   // An end is told once the parser has moved on.
   void end(const char* bracket, YxJsonStreamParserBase& parser) {
-    events += bracket + ("<" + std::string(parser.state()->name()) + "> ");
+    events.append(bracket).append("<").append(parser.state()->name()).append("> ");
   }
 };
 

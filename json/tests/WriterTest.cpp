@@ -227,8 +227,9 @@ class RandomValues {
     std::string text = random_() % 2 == 0 ? "-" : "";
     for (std::size_t i = 0, digits = 1 + random_() % 30; i < digits; ++i)
       text += static_cast<char>('1' + random_() % 9);
-    text += "." + std::to_string(random_() % 1000) + "1";
-    if (random_() % 2 == 0) text += "e" + std::to_string(static_cast<int>(random_() % 80000) - 60000);
+    text.append(".").append(std::to_string(random_() % 1000)).append("1");
+    if (random_() % 2 == 0)
+      text.append("e").append(std::to_string(static_cast<int>(random_() % 80000) - 60000));
     const Value value = Value::decimal(text);
     return value->description().find_first_of(".E") == std::string::npos ? Value::null() : value;
   }
