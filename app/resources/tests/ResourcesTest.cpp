@@ -1,0 +1,99 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "app/resources/RVRes.h"
+#include "app/resources/RVResource.h"
+
+namespace seedmote {
+namespace {
+
+const Color kBlue{0, 0, 1, 1};
+
+QImage load(const std::string& name, const char* suffix = "") {
+  QString path = QStringLiteral(":/seedmote/images/") + QString::fromStdString(name);
+  return QImage(path.insert(path.lastIndexOf(QLatin1Char('.')), QLatin1String(suffix)));
+}
+
+// The colour in which an image is drawn; every drawn pixel must have it.
+std::optional<QRgb> drawnIn(const QImage& image) {
+  std::optional<QRgb> color;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb pixel = image.pixel(x, y);
+      if (qAlpha(pixel) < 255) continue;
+      if (color && *color != pixel) return std::nullopt;
+      color = pixel;
+    }
+  }
+  return color;
+}
+
+TEST(RVRes, EveryImageIsThereSharpAtEachScale) {
+  for (const int id :
+       {1, 2, 3, 4, 5, 6, 7, 11, 12, 13, 14, 15, 16, 17, 21, 22, 23, 24, 25, 26, 27, 28, 30, 31}) {
+    const Image image = RVRes::getImage(id);
+    EXPECT_FALSE(image.fill) << id;
+    EXPECT_EQ(load(image.name).size(), QSize(32, 32)) << image.name;
+    EXPECT_EQ(load(image.name, "@2x").size(), QSize(64, 64)) << image.name;
+    EXPECT_EQ(load(image.name, "@3x").size(), QSize(96, 96)) << image.name;
+    EXPECT_EQ(image.url(), "qrc:/seedmote/images/" + image.name);
+  }
+  for (const char* name : {"success.png", "error.png"}) EXPECT_EQ(load(name, "@3x").size(), QSize(96, 96));
+}
+
+TEST(RVRes, ASelectedIconIsTheSameDrawingInBlue) {
+  for (int id = 1; id <= 7; ++id) {
+    const QImage plain = load(RVRes::getImage(id).name, "@3x");
+    const QImage selected = load(RVRes::getImage(id + 10).name, "@3x");
+    EXPECT_EQ(drawnIn(selected), qRgb(0, 0, 255)) << id;
+    EXPECT_NE(drawnIn(plain), qRgb(0, 0, 255)) << id;
+    EXPECT_EQ(plain.convertToFormat(QImage::Format_Alpha8), selected.convertToFormat(QImage::Format_Alpha8))
+        << id;
+  }
+  EXPECT_EQ(RVRes::getImage(24), RVRes::getImage(2));
+}
+
+TEST(RVRes, UnknownIdsFallBack) {
+  for (const int id : {-1, 0, 8, 10, 18, 29, 32, 1000}) {
+    const Image image = RVRes::getImage(id);
+    ASSERT_TRUE(image.fill) << id;
+    EXPECT_EQ(*image.fill, RVUtility::colorWithGray(250));
+    EXPECT_EQ(image.url(), "");
+  }
+  for (const int id : {0, 31, 35, 54})
+    EXPECT_EQ(static_cast<Color>(RVRes::getColor(id)), (Color{0, 0, 0, 1}));
+  for (const int id : {0, 8, 100, 112}) EXPECT_EQ(RVRes::getWording(id), "");
+}
+
+TEST(RVRes, ColorsPatternsAndWords) {
+  EXPECT_EQ(static_cast<Color>(RVRes::getColor(32)), RVUtility::colorWithRed(240, 250, 254));
+  EXPECT_EQ(static_cast<Color>(RVRes::getColor(51)), RVUtility::colorWithGray(88));
+  EXPECT_EQ(static_cast<Color>(RVRes::getColor(52)), kBlue);
+  EXPECT_EQ(static_cast<Color>(RVRes::getColor(53)), (Color{1, 1, 1, 1}));
+  for (const int id : {33, 34}) EXPECT_FALSE(load(RVRes::getColor(id).pattern).isNull()) << id;
+  EXPECT_EQ(RVRes::getColor(52).pattern, "");
+  EXPECT_EQ(RVRes::getWording(4), "Finished");
+  EXPECT_EQ(RVRes::getWording(105), "Daemon verion");
+  EXPECT_EQ(RVRes::getWording(111), "Active time");
+}
+
+TEST(RVResource, FollowsStyleAndLanguage) {
+  EXPECT_EQ(RVResource::getIcon("Finished"), "Ellegant_Finish_Stopped_44_44.png");
+  EXPECT_EQ(RVResource::getWording("Waiting"), "Waiting");
+  EXPECT_EQ(RVResource::getWording("Refresh"), std::nullopt);
+  RVResource::setStyle("Ellegant");
+  RVResource::setLang("Chinese");
+  EXPECT_EQ(RVResource::getIcon("Finished"), "Ellegant_Finish_Stopped_44_44.png");
+  EXPECT_EQ(RVResource::getIcon("Refresh"), "Ellegant_Refresh_22_22.png");
+  EXPECT_EQ(RVResource::getWording("Waiting"), "等待检查");
+  RVResource::setStyle("Plain");
+  RVResource::setLang("");
+  EXPECT_EQ(RVResource::getIcon("All"), std::nullopt);
+  EXPECT_EQ(RVResource::getWording("All"), std::nullopt);
+  RVResource::setStyle("Default");
+  RVResource::setLang("English");
+}
+
+}  // namespace
+}  // namespace seedmote
