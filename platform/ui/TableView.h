@@ -50,7 +50,7 @@ class TableView : public QObject {
 
   // A slice of a pass ends after this much time or this many rows, whichever comes first.
   struct Slice {
-    double milliseconds = 4;
+    double milliseconds = 3;
     int rows = TablePass::kAllRows;
   };
 
