@@ -133,8 +133,7 @@ QString RVTorrentListCell::labelETA() const {
 }
 
 QUrl RVTorrentListCell::imageStatus() const {
-  const std::string name = RVRes::getImage(statusID_).name;
-  return name.empty() ? QUrl() : QUrl(QStringLiteral("qrc:/seedmote/images/") + fromUtf8(name));
+  return QUrl(fromUtf8(RVRes::getImage(statusID_).url()));
 }
 
 QString RVTorrentListCell::accessibleDescription() const {
