@@ -127,9 +127,7 @@ void CurlTransfer::setCallbacks() {
 CURLcode CurlTransfer::drive() {
   int running = 0;
   do {
-    if (cancelled_) {
-      ownError_ = HttpError::cancelled;
-      ownMessage_ = "The exchange was cancelled.";
+    if (stopWhenCancelled()) {
       return CURLE_ABORTED_BY_CALLBACK;
     }
     if (curl_multi_perform(connections_.multi(), &running) != CURLM_OK) {
@@ -169,6 +167,15 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   return answer;
 }
 
+bool CurlTransfer::stopWhenCancelled() {
+  if (!cancelled_) {
+    return false;
+  }
+  ownError_ = HttpError::cancelled;
+  ownMessage_ = "The exchange was cancelled.";
+  return true;
+}
+
 void CurlTransfer::reserveBody() {
   curl_off_t length = -1;
   curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
@@ -178,6 +185,9 @@ void CurlTransfer::reserveBody() {
 }
 
 bool CurlTransfer::take(const char* data, std::size_t size) {
+  if (stopWhenCancelled()) {  // curl reads on for as long as a fast server has more
+    return false;
+  }
   if (body_.empty()) {
     reserveBody();
   }

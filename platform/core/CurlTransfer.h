@@ -53,6 +53,7 @@ class CurlTransfer final {
   void setLimits(std::chrono::milliseconds patience);
   void setCallbacks();
   CURLcode drive();
+  bool stopWhenCancelled();
   HttpAnswer answerOf(CURLcode code);
   bool take(const char* data, std::size_t size);
   bool takeHeadLine(std::string_view line);

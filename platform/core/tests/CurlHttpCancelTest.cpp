@@ -56,7 +56,7 @@ TEST(CurlHttpCancel, EndsAnExchangeInEveryPhase) {
   });
   for (const Case& one : cases) {
     daemon.forgetRequests();
-    CurlHttp http(std::size_t{1} << 40);
+    CurlHttp http(std::size_t{1} << 30);
     std::future<HttpAnswer> answer =
         std::async(std::launch::async, [&] { return http.exchange(post(one.url)); });
     one.underWay();
