@@ -1,8 +1,8 @@
 #include "tests/support/DeafPort.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
+
+#include <utility>
 
 namespace seedmote::support {
 namespace {
@@ -16,14 +16,11 @@ DeafPort::DeafPort(Kind kind) : listener_(listenOnLoopback(0, kind == Kind::full
   if (kind == Kind::connects) {
     return;
   }
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port()));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  const sockaddr_in address = loopbackAddress(port());
   for (int i = 0; i < 4; ++i) {
     FileDescriptor filler(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     // In progress for ever, but for the first.
-    (void)connect(filler.get(), reinterpret_cast<sockaddr*>(&address), sizeof address);
+    (void)connect(filler.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
     fillers_.push_back(std::move(filler));
   }
 }

@@ -19,6 +19,14 @@ void check(int result, const char* what) {
 
 }  // namespace
 
+sockaddr_in loopbackAddress(int port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  return address;
+}
+
 FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
   if (this != &other) {
     reset();
@@ -45,13 +53,19 @@ FileDescriptor listenOnLoopback(int port, int backlog) {
   check(listener.get(), "socket");
   const int on = 1;
   check(setsockopt(listener.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on), "SO_REUSEADDR");
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  check(bind(listener.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), "bind");
+  const sockaddr_in address = loopbackAddress(port);
+  check(bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), "bind");
   check(listen(listener.get(), backlog), "listen");
   return listener;
+}
+
+FileDescriptor connectToLoopback(int port) {
+  FileDescriptor client(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const sockaddr_in address = loopbackAddress(port);
+  if (connect(client.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    client.reset();
+  }
+  return client;
 }
 
 int portOf(const FileDescriptor& listener) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <netinet/in.h>
+
 #include <atomic>
 
 namespace seedmote::support {
@@ -22,8 +24,12 @@ class FileDescriptor final {
   std::atomic<int> descriptor_{-1};
 };
 
+sockaddr_in loopbackAddress(int port);  // 127.0.0.1
+
 // A listener on 127.0.0.1; `port` 0 lets the system choose. Raises std::system_error.
 FileDescriptor listenOnLoopback(int port, int backlog);
+// A connection to a port of 127.0.0.1; none when nobody listens there.
+FileDescriptor connectToLoopback(int port);
 int portOf(const FileDescriptor& listener);
 
 }  // namespace seedmote::support
