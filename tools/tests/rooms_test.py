@@ -44,7 +44,9 @@ class CheckRoomsTest(unittest.TestCase):
                  ("client__Facade", ".cpp", '#include "client/Facade.cpp"\n#include "tests/support/X.h"', "no room owns"),
                  ("json__Reader", ".cpp", "#include <QString>", "must not know"),
                  ("client__Facade", ".h", "#include <QtQuick/QQuickItem>", "must not know"),
-                 ("client__Lost", ".cpp", "", "no room lists it"))
+                 ("json__Lost", ".cpp", "", "no room lists it"),
+                 ("client__Lost", ".h", "", "no room lists it"),  # two rooms live there
+                 ("json__Alone", ".h", "#include <QString>", "must not know"))
         for name, ending, text, part in cases:
             with self.subTest(text or name):
                 found = self.faults(**{name: (ending, text + "\n")})
