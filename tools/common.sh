@@ -8,7 +8,8 @@ build_packages=(g++ cmake ninja-build pkgconf qt6-base-dev qt6-base-private-dev 
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-window qt6-wayland fonts-dejavu-core)
 demo_packages=(python3 transmission-daemon fonts-droid-fallback)
-test_packages=(libgtest-dev libgmock-dev libssl-dev clang-format clang-tidy shellcheck "${demo_packages[@]}")
+test_packages=(libgtest-dev libgmock-dev libssl-dev locales clang-format clang-tidy shellcheck
+  "${demo_packages[@]}")
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -50,7 +51,7 @@ Run as root: apt-get install --no-install-recommends ${missing[*]}"
   "${admin[@]}" bash -s -- "${missing[@]}" <<'ADMIN' || fail 1 "the installation failed; see above"
 set -u
 export DEBIAN_FRONTEND=noninteractive
-apt-get update </dev/null || echo "The lists of packages could not be brought up to date; trying all the same." >&2
+apt-get update </dev/null || echo "The lists of packages could not be brought up to date; going on." >&2
 
 # The daemon's package brings a service that starts by itself and listens on every address. Only its program
 # is wanted here, so the service is kept from starting, now and at the next boot.
@@ -59,7 +60,7 @@ quiet=no
 case " $* " in *" transmission-daemon "*) quiet=yes ;; esac
 if [ $quiet = yes ] && [ ! -e $policy ]; then
   trap 'rm -f $policy' EXIT
-  printf '%s\n' '#!/bin/sh' 'case "$1" in transmission-daemon*) exit 101 ;; esac' 'exit 0' >$policy
+  printf "%s\n" "#!/bin/sh" "case \$1 in transmission-daemon*) exit 101 ;; esac" >$policy
   chmod 755 $policy
 fi
 apt-get install -y --no-install-recommends "$@" </dev/null || exit 1
