@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/core/Device.h"
+
+namespace seedmote {
+
+// What was asked of the program when it was started.
+struct CommandLine {
+  std::optional<platform::Idiom> idiom;  // absent: by the screen's size
+  std::string systemVersion = "7.0";
+  std::vector<std::string> settings;    // "KEY=VALUE" each, in order
+  std::optional<std::string> snapshot;  // the picture's file
+  bool help = false;
+  bool version = false;
+  std::string problem;  // what could not be understood; empty when all was
+
+  // `arguments` without the program's name.
+  static CommandLine parse(const std::vector<std::string>& arguments);
+  static std::string_view usage();
+};
+
+}  // namespace seedmote

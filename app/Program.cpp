@@ -1,0 +1,122 @@
+#include "app/Program.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSysInfo>
+#include <iostream>
+#include <optional>
+#include <stdexcept>
+
+#include "app/RVAppDelegate.h"
+#include "app/RealServices.h"
+#include "app/SignalWatcher.h"
+#include "app/Snapshot.h"
+#include "json/Log.h"
+#include "platform/core/Log.h"
+#include "settings/RVSettingsStore.h"
+#include "settings/SettingsCommand.h"
+#include "widgets/TextMeasure.h"
+
+namespace seedmote {
+
+using platform::Device;
+using platform::Idiom;
+using platform::Screen;
+using platform::Size;
+
+namespace {
+
+constexpr Size kUprightTablet{768, 1024};
+constexpr Size kUprightPhone{375, 667};
+
+std::string thisDevice() {
+  return QSysInfo::machineHostName().toStdString();
+}
+
+bool hasWindowSystem() {
+  return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+         qEnvironmentVariableIsSet("DISPLAY");
+}
+
+// Qt ends the program with an abort when no window system can be had; say it in our words and end quietly.
+void sayFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type != QtFatalMsg) {
+    platform::log("%@", text.toStdString());
+    return;
+  }
+  std::cerr << "seedmote: the window system cannot be used: " << text.toStdString()
+            << "\nStart it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
+  platform::flushLog();
+  std::_Exit(1);
+}
+
+Idiom idiomOfScreen() {
+  const QSize size = QGuiApplication::primaryScreen()->availableSize();
+  return Device::idiomForScreen(std::min(size.width(), size.height()));
+}
+
+RVSettingsStore storedSettings() {
+  return RVSettingsStore(RVSettingsStore::findBundle(QCoreApplication::applicationDirPath().toStdString()));
+}
+
+}  // namespace
+
+int Program::run(int argc, char** argv) {
+  line_ = CommandLine::parse({argv + 1, argv + argc});
+  if (!line_.problem.empty()) {
+    std::cerr << "seedmote: " << line_.problem << "\nTry seedmote --help.\n";
+    return kWrongUse;
+  }
+  if (line_.help) {
+    std::cout << CommandLine::usage();
+    return 0;
+  }
+  if (line_.version) {
+    std::cout << "Seedmote " SEEDMOTE_VERSION "\n";
+    return 0;
+  }
+  json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
+  platform::MainThread::prepareProcess();
+  return line_.settings.empty() ? showWindow(argc, argv) : storeSettings(argc, argv);
+}
+
+int Program::storeSettings(int argc, char** argv) {
+  platform::silenceLog();
+  const QCoreApplication application(argc, argv);
+  const RealServices services(Device(Idiom::tablet, line_.systemVersion, thisDevice()),
+                              Screen(kUprightTablet));
+  RVSettingsStore store = storedSettings();
+  return SettingsCommand(store, std::cin, std::cerr).run(line_.settings);
+}
+
+int Program::showWindow(int argc, char** argv) {
+  if (!hasWindowSystem()) {
+    std::cerr << "seedmote: there is no window system: neither WAYLAND_DISPLAY nor DISPLAY is set.\n"
+                 "Start it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
+    return 1;
+  }
+  qInstallMessageHandler(sayFatal);
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.seedmote.Seedmote"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Seedmote"));
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  const QGuiApplication application(argc, argv);
+
+  const Idiom idiom = line_.idiom.value_or(idiomOfScreen());
+  const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
+                              Screen(idiom == Idiom::tablet ? kUprightTablet : kUprightPhone));
+  QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
+                   [] { platform::services().main.quit(); });
+  const SignalWatcher signalWatcher([] { platform::services().main.quit(); });
+  storedSettings().loadUserSetting();
+  OvProgressHUD::sharedView()->setTextMeasure(overlayTextMeasure());
+
+  RVAppDelegate delegate;
+  delegate.didFinishLaunchingWithOptions();
+  std::optional<Snapshot> snapshot;
+  if (line_.snapshot) {
+    snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());
+  }
+  return QGuiApplication::exec();
+}
+
+}  // namespace seedmote

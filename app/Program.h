@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/CommandLine.h"
+
+namespace seedmote {
+
+// The program as a whole: what main() runs.
+class Program final {
+ public:
+  static constexpr int kWrongUse = 2;
+
+  // The exit code.
+  int run(int argc, char** argv);
+
+ private:
+  int storeSettings(int argc, char** argv);
+  int showWindow(int argc, char** argv);
+
+  CommandLine line_;
+};
+
+}  // namespace seedmote

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QQuickItem>
+
+#include "platform/core/Device.h"
+
+namespace seedmote {
+
+// The view that holds every screen. It is measured in points, always 1024 wide on a tablet and 375 high
+// on a phone, and is scaled so that it fills its window.
+class RootView final : public QQuickItem {
+  Q_OBJECT
+
+ public:
+  static constexpr double kTabletWidth = 1024;
+  static constexpr double kPhoneHeight = 375;
+
+  // Follows the size of `frame`, which becomes its parent.
+  RootView(platform::Idiom idiom, QQuickItem* frame);
+
+ private:
+  void follow();
+
+  platform::Idiom idiom_;
+};
+
+}  // namespace seedmote

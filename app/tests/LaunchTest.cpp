@@ -1,0 +1,131 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "tests/support/LoopbackDaemon.h"
+#include "tests/support/Replies.h"
+
+namespace seedmote {
+namespace {
+
+using support::LoopbackDaemon;
+using testing::HasSubstr;
+using testing::Not;
+namespace replies = support::replies;
+
+constexpr const char* kTorrents =
+    R"({"arguments":{"torrents":[{"id":3,"name":"one.iso","percentDone":0.5000,"totalSize":2048,"status":4,)"
+    R"("rateDownload":10,"rateUpload":0,"uploadedEver":0,"isFinished":false,"leftUntilDone":1024},)"
+    R"({"id":4,"name":"zwei 日本.bin","percentDone":1,"totalSize":10,"status":6}]},"result":"success"})";
+
+// The program with a settings folder of its own and without a screen.
+class LaunchTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
+    program.setProcessEnvironment(environment);
+    program.setProgram(QStringLiteral(SEEDMOTE_PROGRAM));
+  }
+  ~LaunchTest() override {
+    program.kill();
+    program.waitForFinished();
+  }
+
+  int run(const QStringList& arguments, const QByteArray& input = {}) {
+    program.setArguments(arguments);
+    program.start();
+    program.write(input);
+    program.closeWriteChannel();
+    EXPECT_TRUE(program.waitForFinished(60'000));
+    output = program.readAllStandardOutput().toStdString();
+    errors = program.readAllStandardError().toStdString();
+    return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
+  }
+  QStringList settingsFor(const LoopbackDaemon& daemon) const {
+    return {QStringLiteral("--set"), QStringLiteral("IP Address=127.0.0.1"),
+            QStringLiteral("--set"), QStringLiteral("Port=%1").arg(daemon.port()),
+            QStringLiteral("--set"), QStringLiteral("Username=al"),
+            QStringLiteral("--set"), QStringLiteral("Password=-"),
+            QStringLiteral("--set"), QStringLiteral("FirstRun=3")};
+  }
+
+  QTemporaryDir folder;
+  QProcess program;
+  std::string output;
+  std::string errors;
+};
+
+TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
+  LoopbackDaemon daemon;
+  daemon.model().setCredentials("al:s3cret");
+  daemon.model().setTorrents(kTorrents);
+  ASSERT_EQ(run(settingsFor(daemon), "s3cret\n"), 0);
+  EXPECT_EQ(output + errors, "") << "storing settings prints nothing";
+  const QFile stored(folder.filePath(QStringLiteral("seedmote/defaults.plist")));
+  EXPECT_EQ(stored.permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
+
+  const QString picture = folder.filePath(QStringLiteral("list.png"));
+  ASSERT_EQ(run({QStringLiteral("--idiom"), QStringLiteral("phone"), QStringLiteral("--snapshot"), picture}),
+            0)
+      << errors;
+  EXPECT_THAT(output, HasSubstr("one.iso\n    (50%)   Downloaded:1024B/2.0KB   Uploaded:0B "));
+  EXPECT_THAT(output, HasSubstr("zwei 日本.bin"));
+  EXPECT_FALSE(QImage(picture).isNull());
+  EXPECT_THAT(errors, HasSubstr("Seedmote Start"));
+  EXPECT_THAT(errors, HasSubstr("bConnected = TRUE"));
+  EXPECT_THAT(errors, Not(HasSubstr("s3cret")));
+  EXPECT_EQ(daemon.requests().size(), 5U);
+}
+
+TEST_F(LaunchTest, AWrongSettingIsNamedAndNothingStored) {
+  EXPECT_EQ(run({QStringLiteral("--set"), QStringLiteral("Port=9091"), QStringLiteral("--set"),
+                 QStringLiteral("Nonsense=1")}),
+            2);
+  EXPECT_THAT(errors, HasSubstr("Nonsense"));
+  EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("seedmote/defaults.plist"))));
+  EXPECT_EQ(run({QStringLiteral("--what")}), 2);
+  EXPECT_EQ(run({QStringLiteral("--version")}), 0);
+  EXPECT_THAT(output, testing::StartsWith("Seedmote "));
+}
+
+TEST_F(LaunchTest, TheProgramEndsAtOnceInTheMiddleOfARequest) {
+  LoopbackDaemon daemon;
+  daemon.setReply(replies::hang());
+  ASSERT_EQ(run(settingsFor(daemon), "x\n"), 0);
+  program.setArguments({});
+  program.start();
+  ASSERT_TRUE(daemon.waitForRequests(1));
+  QElapsedTimer ending;
+  ending.start();
+  program.terminate();
+  EXPECT_TRUE(program.waitForFinished(30'000));
+  EXPECT_LT(ending.elapsed(), 1000);
+  EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST_F(LaunchTest, WithoutAWindowSystemItSaysWhatToDo) {
+  QProcessEnvironment environment = program.processEnvironment();
+  for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+    environment.remove(QString::fromLatin1(name));
+  }
+  program.setProcessEnvironment(environment);
+  EXPECT_EQ(run({}), 1);
+  EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
+  environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":97531"));
+  program.setProcessEnvironment(environment);
+  EXPECT_EQ(run({}), 1);
+  EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
+}
+
+}  // namespace
+}  // namespace seedmote
