@@ -131,7 +131,7 @@ store_settings() {
   mkdir -m 700 "$XDG_CONFIG_HOME" "$XDG_STATE_HOME" || exit 1
   local version
   version=$("$program" --version) || fail 1 "Seedmote does not start; see above"
-  printf '%s' "$password" | "$program" --set "IP Address=$host" --set "Port=$port" --set "UseSSL=False" \
+  printf '%s\n' "$password" | "$program" --set "IP Address=$host" --set "Port=$port" --set "UseSSL=False" \
     --set "Username=$user" --set "Password=-" --set "FirstRun=3" --set "SavedVersion=${version##* }" ||
     fail 1 "the settings could not be stored; see above"
 }
@@ -151,15 +151,16 @@ has_no_display() {
   [ -z "${WAYLAND_DISPLAY:-}${DISPLAY:-}" ] && [[ ${QT_QPA_PLATFORM:-offscreen} == offscreen* ]]
 }
 
+# Seedmote itself gives up after 60 seconds.
 save_picture() {
   local picture=$started_in/seedmote.png
   say "There is no display: Seedmote's window is saved as $picture, its list is printed here."
   rm -f -- "$picture"
-  run_program timeout --kill-after=5 60 "$program" --snapshot "$picture" "$@"
+  run_program timeout --kill-after=5 70 "$program" --snapshot "$picture" "$@"
   local status=$?
   case $status in
     0) [ -s "$picture" ] || fail 1 "Seedmote ended without saving its picture" ;;
-    124 | 137) fail 1 "no list came within 60 seconds" ;;
+    124 | 137) fail 1 "no list came in time, and Seedmote did not end by itself" ;;
     *) fail "$status" "Seedmote ended with status $status before it had saved its picture" ;;
   esac
 }

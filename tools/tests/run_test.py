@@ -121,7 +121,7 @@ class RunTest(unittest.TestCase):
         settings, stored = self.settings()
         self.assertEqual(settings, {"IP Address": "[fe80::1]", "Port": "9092", "UseSSL": "False", "Username": "me",
                                     "Password": "-", "FirstRun": "3", "SavedVersion": "7.8.9"})
-        self.assertEqual(stored["input"], "p w=-")
+        self.assertEqual(stored["input"], "p w=-\n")
         self.assertEqual(stored["mode"], stat.S_IRWXU)
         last = self.notes()[-1]
         self.assertEqual(last["words"], ["--idiom", "a b"])
@@ -134,7 +134,7 @@ class RunTest(unittest.TestCase):
         self.assertEqual(self.run_it("--host", "nas"), 0)
         settings, stored = self.settings()
         self.assertEqual((settings["IP Address"], settings["Port"], settings["Username"], stored["input"]),
-                         ("nas", "9091", "", ""))
+                         ("nas", "9091", "", "\n"))
         self.notes_file.unlink()
         self.assertEqual(self.run_it("--host", "nas", "--user", "me"), 1)
         self.assertIn("password", self.errors)
