@@ -62,7 +62,10 @@ TEST(Format, IntegersAreThoseOfC) {
 
 TEST(Format, ObjectsTextsAndWhatDoesNotFit) {
   EXPECT_EQ(format("%@", std::nullopt), "(null)");
-  EXPECT_EQ(format("%9@|%-9@|", std::nullopt, std::optional<std::string>()), "   (null)|(null)   |");
+  std::optional<std::string> text = "there";
+  EXPECT_EQ(format("%@", text), "there");
+  text.reset();
+  EXPECT_EQ(format("%9@|%-9@|", std::nullopt, text), "   (null)|(null)   |");
   EXPECT_EQ(format("%6@|", "héé"), "   héé|");
   EXPECT_EQ(format("%5.2s|%-3s|", "abc", std::string("x")), "   ab|x  |");
   EXPECT_EQ(format("%@ %@ %@ %@ %@", 5, 5.0, 0.1, true, 1e22), "5 5 0.1 1 1e+22");
