@@ -11,6 +11,7 @@
 #include "platform/core/Services.h"
 #include "platform/core/UserDefaults.h"
 #include "screens/EmptyState.h"
+#include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 
@@ -43,6 +44,12 @@ json::ValueRef torrentAt(const json::Value& list, int row) {
 RVTorrentListController::RVTorrentListController(QObject* parent) : QObject(parent) {
   table_.setDataSource(this);
   connect(&table_, &platform::TableView::laidOut, this, &RVTorrentListController::updateEmptyState);
+  connect(OvProgressHUD::sharedView(), &OvProgressHUD::changed, this,
+          &RVTorrentListController::messageShownChanged);
+}
+
+bool RVTorrentListController::isMessageShown() const {
+  return OvProgressHUD::sharedView()->panelShown();
 }
 
 RVTorrentListController::~RVTorrentListController() {

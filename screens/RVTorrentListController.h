@@ -24,6 +24,7 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   QML_UNCREATABLE("The torrent list is made by the program.")
   Q_PROPERTY(seedmote::platform::TableView* table READ table CONSTANT)
   Q_PROPERTY(QString emptyState READ emptyState NOTIFY emptyStateChanged)
+  Q_PROPERTY(bool messageShown READ isMessageShown NOTIFY messageShownChanged)
 
  public:
   explicit RVTorrentListController(QObject* parent = nullptr);
@@ -44,6 +45,8 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   platform::TableView* table() { return &table_; }
   // Says why there is nothing to see, while the table is empty.
   QString emptyState() const { return emptyState_; }
+  // True while the overlay speaks: two texts above each other can't be read.
+  bool isMessageShown() const;
 
   int numberOfRowsInSection(int section) override;
   double heightForRowAtIndexPath(int row) override;
@@ -57,6 +60,7 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
 
  Q_SIGNALS:
   void emptyStateChanged();
+  void messageShownChanged();
 
  private:
   void doInit();

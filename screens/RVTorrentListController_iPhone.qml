@@ -13,5 +13,6 @@ ScrollingTable {
 
     EmptyNotice {
         text: list.controller.emptyState
+        visible: !list.controller.messageShown
     }
 }

@@ -15,7 +15,7 @@ constexpr int kNoPrecision = -1;
 constexpr int kLargestField = 9999;  // a width or precision beyond it is a slip, not a wish
 constexpr int kDefaultRealPrecision = 6;
 
-struct Spec {
+struct Directive {
   bool left = false;
   bool plus = false;
   bool blank = false;
@@ -59,40 +59,41 @@ std::size_t missingTo(int width, std::size_t length) {
   return wanted > length ? wanted - length : 0;
 }
 
-void appendPadded(Output& out, const Spec& spec, std::string_view text) {
-  const std::size_t padding = spec.width == 0 ? 0 : missingTo(spec.width, codePoints(text));
-  if (!spec.left) out.fill(padding, ' ');
+void appendPadded(Output& out, const Directive& directive, std::string_view text) {
+  const std::size_t padding = directive.width == 0 ? 0 : missingTo(directive.width, codePoints(text));
+  if (!directive.left) out.fill(padding, ' ');
   out.append(text);
-  if (spec.left) out.fill(padding, ' ');
+  if (directive.left) out.fill(padding, ' ');
 }
 
 // `head` (sign, prefix) stands before padding zeros, after padding blanks.
-void appendNumber(Output& out, const Spec& spec, std::string_view head, std::string_view digits, bool zeros) {
-  const std::size_t padding = missingTo(spec.width, head.size() + digits.size());
-  if (!spec.left && !zeros) out.fill(padding, ' ');
+void appendNumber(Output& out, const Directive& directive, std::string_view head, std::string_view digits,
+                  bool zeros) {
+  const std::size_t padding = missingTo(directive.width, head.size() + digits.size());
+  if (!directive.left && !zeros) out.fill(padding, ' ');
   out.append(head);
-  if (!spec.left && zeros) out.fill(padding, '0');
+  if (!directive.left && zeros) out.fill(padding, '0');
   out.append(digits);
-  if (spec.left) out.fill(padding, ' ');
+  if (directive.left) out.fill(padding, ' ');
 }
 
-std::string_view signText(const Spec& spec, bool negative) {
+std::string_view signText(const Directive& directive, bool negative) {
   if (negative) return "-";
-  if (spec.plus) return "+";
-  return spec.blank ? " " : "";
+  if (directive.plus) return "+";
+  return directive.blank ? " " : "";
 }
 
-void appendDigits(Output& out, const Spec& spec, std::string_view head, std::string_view digits) {
-  if (spec.precision == kNoPrecision) {
-    appendNumber(out, spec, head, digits, spec.zeros);
+void appendDigits(Output& out, const Directive& directive, std::string_view head, std::string_view digits) {
+  if (directive.precision == kNoPrecision) {
+    appendNumber(out, directive, head, digits, directive.zeros);
     return;
   }
-  if (spec.precision == 0 && digits == "0") digits = {};
-  const std::size_t leading = missingTo(spec.precision, digits.size());
+  if (directive.precision == 0 && digits == "0") digits = {};
+  const std::size_t leading = missingTo(directive.precision, digits.size());
   if (leading == 0) {
-    appendNumber(out, spec, head, digits, false);
+    appendNumber(out, directive, head, digits, false);
   } else {
-    appendNumber(out, spec, head, std::string(leading, '0').append(digits), false);
+    appendNumber(out, directive, head, std::string(leading, '0').append(digits), false);
   }
 }
 
@@ -113,34 +114,34 @@ std::uint64_t asUnsigned(std::uint64_t bits, int width) {
   return width == 64 ? bits : bits & ((std::uint64_t{1} << width) - 1);
 }
 
-void appendInteger(Output& out, const Spec& spec, std::uint64_t bits) {
+void appendInteger(Output& out, const Directive& directive, std::uint64_t bits) {
   std::array<char, 24> buffer{};
   const auto written = [&buffer](std::to_chars_result result) {
     return std::string_view(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
   };
-  if (spec.conversion == 'd' || spec.conversion == 'i') {
-    const std::int64_t value = asSigned(bits, spec.bits);
+  if (directive.conversion == 'd' || directive.conversion == 'i') {
+    const std::int64_t value = asSigned(bits, directive.bits);
     const std::uint64_t magnitude =
         value < 0 ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
     const auto digits = written(std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude));
-    appendDigits(out, spec, signText(spec, value < 0), digits);
+    appendDigits(out, directive, signText(directive, value < 0), digits);
     return;
   }
-  const std::uint64_t value = asUnsigned(bits, spec.bits);
-  const int base = spec.conversion == 'o' ? 8 : spec.conversion == 'u' ? 10 : 16;
+  const std::uint64_t value = asUnsigned(bits, directive.bits);
+  const int base = directive.conversion == 'o' ? 8 : directive.conversion == 'u' ? 10 : 16;
   const auto digits = written(std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, base));
   std::string_view head;
-  if (spec.conversion == 'X') {
+  if (directive.conversion == 'X') {
     for (char& c : buffer) {
       if (c >= 'a' && c <= 'f') c = static_cast<char>(c - 'a' + 'A');
     }
   }
-  if (spec.alternate && base == 16 && value != 0) head = spec.conversion == 'X' ? "0X" : "0x";
-  if (spec.alternate && base == 8 && (value != 0 || spec.precision == 0) &&
-      spec.precision <= static_cast<int>(digits.size())) {
+  if (directive.alternate && base == 16 && value != 0) head = directive.conversion == 'X' ? "0X" : "0x";
+  if (directive.alternate && base == 8 && (value != 0 || directive.precision == 0) &&
+      directive.precision <= static_cast<int>(digits.size())) {
     head = "0";
   }
-  appendDigits(out, spec, head, digits);
+  appendDigits(out, directive, head, digits);
 }
 
 std::string digitsOf(double magnitude, std::chars_format style, int precision) {
@@ -163,35 +164,35 @@ std::string alternateGeneral(double magnitude, int precision) {
   return digitsOf(magnitude, std::chars_format::fixed, significant - 1 - exponent);
 }
 
-std::string realDigits(const Spec& spec, double magnitude) {
-  const char style = static_cast<char>(spec.conversion | 0x20);
-  const int precision = spec.precision == kNoPrecision ? kDefaultRealPrecision : spec.precision;
+std::string realDigits(const Directive& directive, double magnitude) {
+  const char style = static_cast<char>(directive.conversion | 0x20);
+  const int precision = directive.precision == kNoPrecision ? kDefaultRealPrecision : directive.precision;
   std::string digits;
   if (style == 'f') {
     digits = digitsOf(magnitude, std::chars_format::fixed, precision);
   } else if (style == 'e') {
     digits = digitsOf(magnitude, std::chars_format::scientific, precision);
-  } else if (spec.alternate) {
+  } else if (directive.alternate) {
     digits = alternateGeneral(magnitude, precision);
   } else {
     digits = digitsOf(magnitude, std::chars_format::general, precision);
   }
-  if (spec.alternate && digits.find('.') == std::string::npos) {
+  if (directive.alternate && digits.find('.') == std::string::npos) {
     digits.insert(std::min(digits.find('e'), digits.size()), 1, '.');
   }
-  if (style != spec.conversion) std::replace(digits.begin(), digits.end(), 'e', 'E');
+  if (style != directive.conversion) std::replace(digits.begin(), digits.end(), 'e', 'E');
   return digits;
 }
 
-void appendReal(Output& out, const Spec& spec, double value) {
-  const bool upper = spec.conversion >= 'A' && spec.conversion <= 'Z';
+void appendReal(Output& out, const Directive& directive, double value) {
+  const bool upper = directive.conversion >= 'A' && directive.conversion <= 'Z';
   if (std::isnan(value)) {
-    appendNumber(out, spec, {}, upper ? "NAN" : "nan", false);
+    appendNumber(out, directive, {}, upper ? "NAN" : "nan", false);
   } else if (std::isinf(value)) {
-    appendNumber(out, spec, signText(spec, value < 0), upper ? "INF" : "inf", false);
+    appendNumber(out, directive, signText(directive, value < 0), upper ? "INF" : "inf", false);
   } else {
-    appendNumber(out, spec, signText(spec, std::signbit(value)), realDigits(spec, std::fabs(value)),
-                 spec.zeros);
+    appendNumber(out, directive, signText(directive, std::signbit(value)),
+                 realDigits(directive, std::fabs(value)), directive.zeros);
   }
 }
 
@@ -207,8 +208,8 @@ std::string plainReal(double value) {
   return {buffer.data(), result.ptr};
 }
 
-void appendInItsOwnWay(Output& out, const Spec& spec, const FormatArg& arg) {
-  Spec plain = spec;
+void appendInItsOwnWay(Output& out, const Directive& directive, const FormatArg& arg) {
+  Directive plain = directive;
   plain.conversion = arg.kind() == FormatArg::Kind::unsignedInteger ? 'u' : 'd';
   plain.bits = 64;
   plain.precision = kNoPrecision;
@@ -219,13 +220,13 @@ void appendInItsOwnWay(Output& out, const Spec& spec, const FormatArg& arg) {
     case FormatArg::Kind::unsignedInteger:
       return appendInteger(out, plain, arg.unsignedValue());
     case FormatArg::Kind::real:
-      return appendPadded(out, spec, plainReal(arg.real()));
+      return appendPadded(out, directive, plainReal(arg.real()));
     case FormatArg::Kind::text:
-      return appendPadded(out, spec, arg.text());
+      return appendPadded(out, directive, arg.text());
     case FormatArg::Kind::absent:
-      return appendPadded(out, spec, "(null)");
+      return appendPadded(out, directive, "(null)");
     case FormatArg::Kind::secret:
-      return appendPadded(out, spec, kBullets);
+      return appendPadded(out, directive, kBullets);
   }
 }
 
@@ -238,20 +239,20 @@ std::uint64_t bitsOf(const FormatArg& arg) {
                                                       : arg.unsignedValue();
 }
 
-void appendArgument(Output& out, const Spec& spec, const FormatArg& arg) {
-  switch (spec.conversion) {
+void appendArgument(Output& out, const Directive& directive, const FormatArg& arg) {
+  switch (directive.conversion) {
     case 'd':
     case 'i':
     case 'u':
     case 'x':
     case 'X':
     case 'o':
-      if (isInteger(arg)) return appendInteger(out, spec, bitsOf(arg));
+      if (isInteger(arg)) return appendInteger(out, directive, bitsOf(arg));
       break;
     case 'c':
       if (isInteger(arg)) {
         const char byte = static_cast<char>(bitsOf(arg));
-        return appendNumber(out, spec, {}, {&byte, 1}, false);
+        return appendNumber(out, directive, {}, {&byte, 1}, false);
       }
       break;
     case 'f':
@@ -260,41 +261,42 @@ void appendArgument(Output& out, const Spec& spec, const FormatArg& arg) {
     case 'E':
     case 'g':
     case 'G':
-      if (arg.kind() == FormatArg::Kind::real) return appendReal(out, spec, arg.real());
+      if (arg.kind() == FormatArg::Kind::real) return appendReal(out, directive, arg.real());
       break;
     case 's':
       if (arg.kind() == FormatArg::Kind::text) {
-        const std::size_t length = spec.precision == kNoPrecision ? std::string_view::npos
-                                                                  : static_cast<std::size_t>(spec.precision);
-        return appendNumber(out, spec, {}, arg.text().substr(0, length), false);
+        const std::size_t length = directive.precision == kNoPrecision
+                                       ? std::string_view::npos
+                                       : static_cast<std::size_t>(directive.precision);
+        return appendNumber(out, directive, {}, arg.text().substr(0, length), false);
       }
       break;
     default:
       break;
   }
-  appendInItsOwnWay(out, spec, arg);
+  appendInItsOwnWay(out, directive, arg);
 }
 
 // Reads what stands between '%' and the conversion, and the conversion; 0 as conversion when it is none.
-class SpecReader {
+class DirectiveReader {
  public:
-  explicit SpecReader(std::string_view text) : text_(text) {}
+  explicit DirectiveReader(std::string_view text) : text_(text) {}
 
-  Spec read() {
+  Directive read() {
     while (readFlag()) {
     }
-    spec_.width = readNumber();
+    directive_.width = readNumber();
     if (peek() == '.') {
       ++used_;
-      spec_.precision = readNumber();
+      directive_.precision = readNumber();
     }
     readLength();
     const char conversion = peek();
     if (conversion != 0 && std::string_view("diuxXocfFeEgGs@").find(conversion) != std::string_view::npos) {
-      spec_.conversion = conversion;
+      directive_.conversion = conversion;
       ++used_;
     }
-    return spec_;
+    return directive_;
   }
 
   std::size_t used() const { return used_; }
@@ -305,19 +307,19 @@ class SpecReader {
   bool readFlag() {
     switch (peek()) {
       case '-':
-        spec_.left = true;
+        directive_.left = true;
         break;
       case '+':
-        spec_.plus = true;
+        directive_.plus = true;
         break;
       case ' ':
-        spec_.blank = true;
+        directive_.blank = true;
         break;
       case '#':
-        spec_.alternate = true;
+        directive_.alternate = true;
         break;
       case '0':
-        spec_.zeros = true;
+        directive_.zeros = true;
         break;
       default:
         return false;
@@ -337,9 +339,9 @@ class SpecReader {
     for (;; ++used_) {
       const char c = peek();
       if (c == 'h') {
-        spec_.bits = spec_.bits == 16 ? 8 : 16;
+        directive_.bits = directive_.bits == 16 ? 8 : 16;
       } else if (c == 'l' || c == 'z' || c == 'j' || c == 't') {
-        spec_.bits = 64;
+        directive_.bits = 64;
       } else {
         return;
       }
@@ -348,7 +350,7 @@ class SpecReader {
 
   std::string_view text_;
   std::size_t used_ = 0;
-  Spec spec_;
+  Directive directive_;
 };
 
 }  // namespace
@@ -367,17 +369,17 @@ std::size_t appendFormat(std::string& out, std::size_t limit, std::string_view f
       format.remove_prefix(1);
       continue;
     }
-    SpecReader reader(format);
-    const Spec spec = reader.read();
-    if (spec.conversion == 0) {
+    DirectiveReader reader(format);
+    const Directive directive = reader.read();
+    if (directive.conversion == 0) {
       output.append("%");  // no conversion: the text stands as it is written
       continue;
     }
     format.remove_prefix(reader.used());
     if (next < count) {
-      appendArgument(output, spec, args[next++]);
+      appendArgument(output, directive, args[next++]);
     } else {
-      appendPadded(output, spec, "(missing)");
+      appendPadded(output, directive, "(missing)");
     }
   }
   return output.length();

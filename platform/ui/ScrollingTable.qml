@@ -2,14 +2,14 @@ import QtQuick
 import Seedmote.Platform
 
 // A table with what moves it: touch, wheel and keys. Children of `header` stand above the first row and
-// come into view when the content is pulled down; those of `placeholder` show while there are no rows.
+// come into view when the content is pulled down; those of `emptySlot` show while there are no rows.
 Item {
     id: root
 
     required property TableView table
     required property Component delegate
     property string label
-    default property alias placeholder: empty.data
+    default property alias emptySlot: empty.data
     property alias header: header.data
 
     Accessible.role: Accessible.List
