@@ -151,13 +151,14 @@ has_no_display() {
   [ -z "${WAYLAND_DISPLAY:-}${DISPLAY:-}" ] && [[ ${QT_QPA_PLATFORM:-offscreen} == offscreen* ]]
 }
 
-# Seedmote itself gives up after 60 seconds.
+# Seedmote itself gives up after 60 seconds. Its log would bury the list, and is shown only when there is none.
 save_picture() {
   local picture=$started_in/seedmote.png
   say "There is no display: Seedmote's window is saved as $picture, its list is printed here."
   rm -f -- "$picture"
-  run_program timeout --kill-after=5 70 "$program" --snapshot "$picture" "$@"
+  run_program timeout --kill-after=5 70 "$program" --snapshot "$picture" "$@" 2>"$folder/log"
   local status=$?
+  [ $status = 0 ] || cat "$folder/log" >&2
   case $status in
     0) [ -s "$picture" ] || fail 1 "Seedmote ended without saving its picture" ;;
     124 | 137) fail 1 "no list came in time, and Seedmote did not end by itself" ;;
