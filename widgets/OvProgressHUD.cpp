@@ -59,7 +59,8 @@ void OvProgressHUD::onMain(const char* where, std::function<void(OvProgressHUD&)
 }
 
 void OvProgressHUD::postToMain(std::function<void(OvProgressHUD&)> work) {
-  platform::services().main.post([work = std::move(work)] { work(*sharedView()); }, Lane::overlay);
+  platform::services().main.post([work = std::move(work)] { work(*sharedView()); }, Lane::overlay,
+                                 "the overlay");
 }
 
 void OvProgressHUD::show() {
@@ -158,6 +159,7 @@ void OvProgressHUD::showWithStatus(const Status& status, OvProgressHUDMaskType m
   panelScale_ = 1;
   const bool enters = alpha_ != 1;
   alpha_ = 1;
+  Q_EMIT counted();
   Q_EMIT changed();
   if (enters) {
     Q_EMIT entering();

@@ -65,7 +65,7 @@ class OvProgressHUD final : public QObject {
   static void dismissWithSuccess(const std::string& status, double delay = kResultDelay);
   static void dismissWithError(const std::string& status, double delay = kResultDelay);
   static void setTimeout(const std::string& value);
-  static bool isVisible();
+  static bool isVisible();  // main thread only
 
   // How large a text is in the label's font, at most `within`. Given by the view's side before the first
   // message; without it a text counts as one line of its length.

@@ -28,17 +28,19 @@ void BackgroundPoll::tick() {
   if (state_->underWay) {
     return;
   }
-  state_->underWay = true;
   threads_.start(name_, [&main = main_, state = state_, name = name_, job = job_] {
     Apply apply;
     main.guard(name, [&] { apply = job(); });
-    main.post([state, apply] {
-      state->underWay = false;
-      if (apply && state->wanted) {
-        apply();
-      }
-    });
+    main.post(
+        [state, apply] {
+          state->underWay = false;
+          if (apply && state->wanted) {
+            apply();
+          }
+        },
+        MainThread::Lane::ordinary, name);
   });
+  state_->underWay = true;
 }
 
 }  // namespace seedmote::platform

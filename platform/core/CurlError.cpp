@@ -25,7 +25,12 @@ HttpError connectErrorOf(long osError) {
       return HttpError::refused;
     case ETIMEDOUT:
       return HttpError::timedOut;
-    default:  // no route, network down
+    case EHOSTUNREACH:
+    case ENETUNREACH:
+    case ENETDOWN:
+    case EHOSTDOWN:
+      return HttpError::unreachable;
+    default:
       return HttpError::other;
   }
 }

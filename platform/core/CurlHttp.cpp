@@ -25,7 +25,6 @@ using std::chrono::steady_clock;
 
 constexpr int kMostRedirects = 16;
 constexpr std::size_t kMostIdle = 4;
-constexpr double kLongestTimeout = 7 * 86'400;  // seconds; what lies beyond is as good as for ever
 
 void startCurl() {
   static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
@@ -83,7 +82,7 @@ HttpRequest redirectedRequest(const HttpRequest& from, int status, std::string u
 }
 
 milliseconds timeoutOf(const HttpRequest& request) {
-  const double seconds = std::min(Http::realTimeout(request.timeoutSeconds), kLongestTimeout);
+  const double seconds = Http::realTimeout(request.timeoutSeconds);
   return std::max(milliseconds(1), milliseconds(std::llround(seconds * 1000)));
 }
 

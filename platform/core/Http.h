@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,8 @@ enum class HttpError {
   badUrl,     // not a URL, or neither http nor https
   badHeader,  // a name or value with CR, LF or NUL; nothing was sent
   unknownHost,
-  refused,  // nobody listens there
+  unreachable,  // no way to the host's network
+  refused,      // nobody listens there
   timedOut,
   noTls,     // https was asked of a port that speaks no TLS
   tls,       // any other TLS trouble
@@ -52,6 +54,7 @@ class Http {
  public:
   static constexpr std::size_t kLargestAnswer = std::size_t{256} << 20;
   static constexpr double kDefaultTimeout = 60;  // seconds
+  static constexpr double kLongestTimeout = 7 * 86'400;
 
   virtual ~Http() = default;
 
@@ -61,7 +64,10 @@ class Http {
   virtual void cancelAll() = 0;
 
   // The time-out that an exchange with this setting really has: 0, less, or no number means the default.
-  static double realTimeout(double seconds) { return seconds > 0 ? seconds : kDefaultTimeout; }
+  // What lies beyond a week is as good as for ever.
+  static double realTimeout(double seconds) {
+    return seconds > 0 ? std::min(seconds, kLongestTimeout) : kDefaultTimeout;
+  }
 };
 
 }  // namespace seedmote::platform

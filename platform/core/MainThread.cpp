@@ -39,6 +39,7 @@ class MainThread::Impl final : public QObject {
   MainThread& owner_;
   std::atomic<bool> quitting{false};
   bool waiting = false;
+  int exitCode = 0;
   std::function<bool()> swallows;
   std::vector<Work> quitWorks;
 
@@ -207,8 +208,8 @@ MainThread::~MainThread() {
   impl_->clear();
 }
 
-void MainThread::post(Work work, Lane lane) {
-  impl_->push("post", std::move(work), lane);
+void MainThread::post(Work work, Lane lane, std::string_view where) {
+  impl_->push(std::string(where), std::move(work), lane);
 }
 
 void MainThread::enter(std::string_view where, Work work, From from) {
@@ -273,11 +274,16 @@ void MainThread::quit(int code) {
   if (impl_->quitting.exchange(true)) {
     return;
   }
+  impl_->exitCode = code;
   impl_->clear();
   for (const Work& work : impl_->quitWorks) {
     guard("quit", work);
   }
   QCoreApplication::exit(code);
+}
+
+int MainThread::exitCode() const {
+  return impl_->exitCode;
 }
 
 bool MainThread::isQuitting() const {

@@ -36,8 +36,9 @@ class MainThread final {
   MainThread(const MainThread&) = delete;
   MainThread& operator=(const MainThread&) = delete;
 
-  // Runs `work` on the main thread, later, in order. Any thread. Dropped after quit().
-  void post(Work work, Lane lane = Lane::ordinary);
+  // Runs `work` on the main thread, later, in order. Any thread. Dropped after quit(). `where` names it in
+  // the log when it raises.
+  void post(Work work, Lane lane = Lane::ordinary, std::string_view where = "post");
 
   // Blocks the caller until `job` has run; raises in the caller what the job raised and returns what it
   // returned. On the main thread the job runs on a worker while the window paints; on any other thread
@@ -85,6 +86,8 @@ class MainThread final {
   // thread. Later calls do nothing.
   void quit(int code = 0);
   bool isQuitting() const;
+  // What quit() was given; 0 before.
+  int exitCode() const;
 
  private:
   void runAndWait(const Work& job);

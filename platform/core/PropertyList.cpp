@@ -29,6 +29,7 @@ bool isNestedTooDeep(std::string_view xml) {
   int depth = 0;
   for (std::size_t at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
     const std::string_view tag = xml.substr(at + 1, 6);
+    if (tag.starts_with("array/") || tag.starts_with("dict/")) continue;  // empty, and closed at once
     if (tag.starts_with("array") || tag.starts_with("dict")) {
       if (++depth > kDeepest) return true;
     } else if (tag.starts_with("/array") || tag.starts_with("/dict")) {

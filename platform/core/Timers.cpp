@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QTimer>
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -47,26 +48,29 @@ class Timers::Impl {
     }
   }
 
+  // Armed anew before anything fires: what fires may wait for long, and the overlay's timers go on then.
   void fireDue() {
-    while (const std::shared_ptr<Timer> timer = nextDue()) {
-      const Clock::Duration now = clock.now();
-      if (timer->repeats) {
-        // Turns that were missed are not made up for.
-        timer->due += timer->interval * ((now - timer->due) / timer->interval + 1);
-      } else {
-        std::erase(timers, timer);
-      }
+    const std::vector<std::shared_ptr<Timer>> due = takeDue(clock.now());
+    arm();
+    for (const auto& timer : due) {
       deliver(timer);
     }
-    arm();
   }
 
  private:
-  std::shared_ptr<Timer> nextDue() {
+  // Those whose time has come, in its order. They stay only when they repeat.
+  std::vector<std::shared_ptr<Timer>> takeDue(Clock::Duration now) {
+    std::vector<std::shared_ptr<Timer>> due;
     std::erase_if(timers, [](const auto& timer) { return !*timer->active; });
-    const auto first = std::min_element(timers.begin(), timers.end(),
-                                        [](const auto& a, const auto& b) { return a->due < b->due; });
-    return first != timers.end() && (*first)->due <= clock.now() ? *first : nullptr;
+    std::copy_if(timers.begin(), timers.end(), std::back_inserter(due),
+                 [now](const auto& timer) { return timer->due <= now; });
+    std::stable_sort(due.begin(), due.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    std::erase_if(timers, [now](const auto& timer) { return timer->due <= now && !timer->repeats; });
+    for (const auto& timer : due) {
+      // Turns that were missed are not made up for.
+      timer->due += timer->interval * ((now - timer->due) / timer->interval + 1);
+    }
+    return due;
   }
 
   void deliver(const std::shared_ptr<Timer>& timer) {

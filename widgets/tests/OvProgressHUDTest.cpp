@@ -69,6 +69,12 @@ TEST_F(OvProgressHUDTest, ASecondShowCancelsThePendingFadeOut) {
 
 TEST_F(OvProgressHUDTest, ACountdownValueIsShownUntilAResultSwitchesItOff) {
   QSignalSpy counted(hud, &OvProgressHUD::counted);
+  OvProgressHUD::showWithStatus("before");
+  EXPECT_EQ(counted.count(), 1) << "each message takes the number of the one before away";
+  OvProgressHUD::dismiss();
+  settle();
+  services.clock.advanceSeconds(1);
+  counted.clear();
   OvProgressHUD::setTimeout("31");
   settle();
   EXPECT_EQ(counted.count(), 0) << "the panel is gone";

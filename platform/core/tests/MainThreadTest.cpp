@@ -233,6 +233,20 @@ TEST_F(TimersTest, WhatATimerRaisesLeavesTheOthersAlone) {
   EXPECT_THAT(happened, ElementsAre("sound", "sound"));
 }
 
+TEST_F(TimersTest, TheOverlaysTimersRunWhileTheCallbackOfAScreensTimerWaits) {
+  SystemClock real;
+  Timers realTimers(real, main);
+  std::atomic<bool> faded{false};
+  auto overlay = realTimers.once(
+      "overlay", 0.002, [&] { faded = true; }, Lane::overlay);
+  bool waited = false;
+  auto screen = realTimers.once("screen", 0.001, [&] {
+    waitUntil([&] { return faded.load(); });
+    waited = true;
+  });
+  spinUntil([&] { return waited; });
+}
+
 TEST_F(TimersTest, RunOnTheRealClockToo) {
   SystemClock real;
   Timers realTimers(real, main);
