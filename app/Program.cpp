@@ -44,15 +44,22 @@ void sayFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
     platform::log("%@", text.toStdString());
     return;
   }
-  std::cerr << "seedmote: the window system cannot be used: " << text.toStdString()
-            << "\nStart it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
+  const bool started = QCoreApplication::instance() != nullptr && !QCoreApplication::startingUp();
+  std::cerr << "seedmote: " << (started ? "" : "the window system cannot be used: ") << text.toStdString()
+            << '\n';
+  if (!started) {
+    std::cerr << "Start it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
+  }
   platform::flushLog();
   std::_Exit(1);
 }
 
 Idiom idiomOfScreen() {
-  const QSize size = QGuiApplication::primaryScreen()->availableSize();
-  return Device::idiomForScreen(std::min(size.width(), size.height()));
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) {
+    return Idiom::tablet;
+  }
+  return Device::idiomForScreen(std::min(screen->size().width(), screen->size().height()));
 }
 
 RVSettingsStore storedSettings() {
@@ -101,7 +108,7 @@ int Program::showWindow(int argc, char** argv) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   const QGuiApplication application(argc, argv);
 
-  const Idiom idiom = line_.idiom.value_or(idiomOfScreen());
+  const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
   const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
                               Screen(idiom == Idiom::tablet ? kUprightTablet : kUprightPhone));
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,

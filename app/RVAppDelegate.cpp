@@ -65,12 +65,11 @@ bool RVAppDelegate::didFinishLaunchingWithOptions() {
   mainViewController_->viewDidLoad();
 
   torrentListController_ = std::make_unique<RVTorrentListController>();
+  rightBarViewController_ = std::make_unique<RVRightBarController>();
+  rightBarViewController_->viewDidLoad();
   QQuickItem* listView = layouts.load(layoutOf("RVTorrentListController"), *torrentListController_, mainView);
   fillBelowStatusBar(*listView, *rootView);
   torrentListController_->viewDidLoad();
-
-  rightBarViewController_ = std::make_unique<RVRightBarController>();
-  rightBarViewController_->viewDidLoad();
 
   applySystemVersion();
   window_->show();

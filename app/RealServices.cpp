@@ -33,7 +33,7 @@ RealServices::~RealServices() {
   if (!threads_.join(kPatience)) {
     platform::log("Some threads did not end in time\n");
     platform::flushLog();
-    _exit(EXIT_SUCCESS);  // their stacks still use what is destroyed next
+    _exit(main_.exitCode());  // their stacks still use what is destroyed next
   }
   OvProgressHUD::dropSharedView();
 }

@@ -27,7 +27,7 @@ Snapshot::Snapshot(std::string file, QQuickWindow& window, RVTorrentListControll
 
 void Snapshot::look() {
   const bool messageShown = OvProgressHUD::sharedView()->panelShown();
-  if (messageShown || RVTrans::lastOutcome().condition == DaemonCondition::notAsked) {
+  if (messageShown || RVTrans::listOutcome().condition == DaemonCondition::notAsked) {
     return;
   }
   if (!RVTrans::isConnected()) {

@@ -16,6 +16,8 @@ DaemonCondition ofError(HttpError error) {
     case HttpError::badUrl:
     case HttpError::unknownHost:
       return DaemonCondition::unknownHost;
+    case HttpError::unreachable:
+      return DaemonCondition::unreachable;
     case HttpError::timedOut:
       return DaemonCondition::noAnswer;
     case HttpError::noTls:
@@ -29,8 +31,10 @@ DaemonCondition ofError(HttpError error) {
       return DaemonCondition::unreadable;
     case HttpError::cancelled:
       return DaemonCondition::cancelled;
-    default:
+    case HttpError::closed:
       return DaemonCondition::brokenOff;
+    default:
+      return DaemonCondition::failed;
   }
 }
 

@@ -6,10 +6,10 @@
 
 namespace seedmote {
 
-// What the latest exchange with the daemon came to, in the terms in which a person can be told.
+// What an exchange with the daemon came to, in the terms in which a person can be told.
 enum class DaemonCondition {
   notAsked,           // nothing was sent yet
-  answered,           // 200, and the body was JSON
+  answered,           // 200, and the body begins as JSON does
   newSession,         // 409: the daemon gave out another session id
   loginRefused,       // 401
   lockedOut,          // 403, after too many refused logins
@@ -19,10 +19,12 @@ enum class DaemonCondition {
   tlsTrouble,
   nobodyListens,
   unknownHost,
+  unreachable,      // no way to the host's network
   noAnswer,         // in time
   brokenOff,        // the connection ended before the answer did
   notTransmission,  // an answer, but none that a Transmission daemon gives
   unreadable,       // 200, but the body could not be read
+  failed,           // for a reason that `detail` tells
   cancelled         // the program ends
 };
 

@@ -11,13 +11,19 @@ constexpr std::size_t kReadAtOnce = std::size_t{64} << 10;  // bytes; well under
 }
 
 json::Value RVSOAPResult::getResponseDict() const {
+  std::string problem;
+  return getResponseDict(problem);
+}
+
+json::Value RVSOAPResult::getResponseDict(std::string& problem) const {
   if (!response) {
+    problem = "there is no text";
     return {};
   }
   if (response->size() <= kReadAtOnce) {
-    return json::JSONValue(*response);
+    return json::JSONValue(*response, problem);
   }
-  return platform::services().main.wait([this] { return json::JSONValue(*response); });
+  return platform::services().main.wait([&] { return json::JSONValue(*response, problem); });
 }
 
 }  // namespace seedmote

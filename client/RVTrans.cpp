@@ -93,8 +93,8 @@ std::int64_t RVTrans::getTorrentSelection() {
   return _trans != nullptr ? client().selectedidx() : _RVTrans::kNoSelection;
 }
 
-DaemonOutcome RVTrans::lastOutcome() {
-  return _trans != nullptr ? client().lastOutcome() : DaemonOutcome();
+DaemonOutcome RVTrans::listOutcome() {
+  return _trans != nullptr ? client().listOutcome() : DaemonOutcome();
 }
 
 void RVTrans::drop() {

@@ -43,8 +43,9 @@ class RVTrans final {
   static void selectTorrent(std::int64_t torrent);
   static std::int64_t getTorrentSelection();
 
-  // What the latest exchange came to, for the texts that explain an empty screen.
-  static DaemonOutcome lastOutcome();
+  // What the latest attempt to connect or to fetch the list came to, for the texts that explain an empty
+  // screen.
+  static DaemonOutcome listOutcome();
 
   // Forgets the client, so that a test starts afresh. No thread may still use it.
   static void drop();

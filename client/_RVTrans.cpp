@@ -75,6 +75,7 @@ void _RVTrans::connectDaemonAsynch() {
 json::Value _RVTrans::connectDaemon() {
   log("connect to daemon\n");
   const RVSOAPResult result = sendCommandStringRetry("{\"method\":\"session-stats\"}");
+  listOutcome_.set(result.outcome);
   const json::Value answer = result.getResponseDict();
   const std::int64_t code =
       result.statuscode == "409" ? becomeConnected(result.response) : failToConnect(result.response);

@@ -18,8 +18,8 @@
 
 namespace seedmote {
 
-// The client of one Transmission daemon, over its RPC protocol (the daemon's RPC description, version 15
-// and older). Screens reach it through RVTrans only.
+// The client of one Transmission daemon, over its RPC protocol (the daemon's RPC description, versions up
+// to 16). Screens reach it through RVTrans only.
 //
 // Every operation may run on any thread. Requests block their caller for up to the time-out; on the main
 // thread the window goes on painting meanwhile.
@@ -55,7 +55,8 @@ class _RVTrans final {
   // a body without one.
   SessionID getSessionID(const std::optional<std::string>& body) const;
 
-  // Session. Both raise nothing for a failed request but std::invalid_argument when no version came.
+  // Session. getDaemonInfo raises std::invalid_argument when no version came; every request raises
+  // std::out_of_range when a 409 names no session id.
 
   void getDaemonInfo();
   void getSessionStats();
@@ -83,7 +84,8 @@ class _RVTrans final {
     return daemonInfo_.read([](const RVDaemonInfo& info) { return info.rpc_version; });
   }
   std::string version() const { return version_.get(); }
-  DaemonOutcome lastOutcome() const { return lastOutcome_.get(); }
+  // What the latest attempt to connect or to fetch the list came to.
+  DaemonOutcome listOutcome() const { return listOutcome_.get(); }
 
  private:
   void initTransmission();
@@ -99,7 +101,7 @@ class _RVTrans final {
   platform::Shared<std::string> version_;
   mutable std::mutex torrentListLock_;
   json::Value torrentList_;  // absent until the first update, and after one that failed
-  platform::Shared<DaemonOutcome> lastOutcome_;
+  platform::Shared<DaemonOutcome> listOutcome_;
   std::atomic<bool> bConnected_{false};
   std::atomic<bool> bUpdating_{false};
   std::atomic<bool> bNewData_{false};

@@ -23,6 +23,7 @@ class Updating {
   Updating& operator=(const Updating&) = delete;
 
   void keep() { kept_ = true; }
+  void end() { flag_ = false; }
 
  private:
   std::atomic<bool>& flag_;
@@ -79,6 +80,19 @@ void fill(RVTorrentInfo& info, json::ValueRef torrent) {
   info.haveUnchecked = torrent["haveUnchecked"].longLongValue();
 }
 
+// A success without a list is none.
+DaemonOutcome withoutList(const DaemonOutcome& outcome, const json::Value& answer,
+                          const std::string& problem) {
+  if (outcome.condition != DaemonCondition::answered) {
+    return outcome;
+  }
+  if (answer.isAbsent()) {
+    return {DaemonCondition::unreadable, problem};
+  }
+  const auto said = answer["result"].text();
+  return {DaemonCondition::unreadable, said ? std::string(*said) : "it holds no torrents"};
+}
+
 }  // namespace
 
 void _RVTrans::setTorrentList(json::Value list) {
@@ -95,10 +109,14 @@ void _RVTrans::updateAllTorrents() {
     updating.keep();  // until an update gets past this point
     return;
   }
-  const json::Value answer = sendCommand(torrentGet({{"fields", torrentListFields()}})).getResponseDict();
+  const RVSOAPResult result = sendCommand(torrentGet({{"fields", torrentListFields()}}));
+  std::string problem;
+  const json::Value answer = result.getResponseDict(problem);
   const json::ValueRef torrents = answer.ref()["arguments"]["torrents"];
   const bool isList = torrents.kind() == json::Kind::array;
+  listOutcome_.set(isList ? result.outcome : withoutList(result.outcome, answer, problem));
   setTorrentList(isList ? answer.share(torrents) : json::Value());
+  updating.end();
   bNewData_ = true;
   log("finished updateAllTorrents\n");
 }

@@ -74,6 +74,13 @@ std::string_view secondPiece(std::string_view text) {
   return rest.substr(0, rest.find(separator));
 }
 
+// A daemon can name anything as its session id. What is no header's value is sent as none, so that the
+// next conflict brings another one.
+std::string sendable(const std::optional<std::string>& session) {
+  const bool isValue = session && session->find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
+  return isValue ? *session : "";
+}
+
 // One exchange in flight: the countdown runs while this lives.
 class InFlight {
  public:
@@ -140,26 +147,30 @@ RVSOAPResult _RVTrans::exchangeOnce(const std::string& soapMessage, double timeo
   const platform::Services& services = platform::services();
   log("sendCommandString\n");
   log("soapMessage = %@\n", soapMessage);
-  const std::string session = sessionInfo_->sessionID.get().value_or("");
+  const std::string session = sendable(sessionInfo_->sessionID.get());
   const platform::HttpRequest request = httpRequest(daemonInfo_.get(), session, soapMessage, timeoutInterval);
   const double realTimeout = platform::Http::realTimeout(timeoutInterval);
   log("url = %@\n", request.url);
   log("real timeout = %f\n", realTimeout);
 
   platform::HttpAnswer answer;
+  bool isText = false;
   {
     const InFlight inFlight(bCountingTimeout_);
     services.threads.start("countdown", [this, realTimeout, over = inFlight.over()] {
       countdownTimeout(static_cast<float>(realTimeout), *over);
     });
     log("sending... data by sendSynchronousRequest\n");
-    answer = services.main.wait([&] { return services.http.exchange(request); });
+    services.main.wait([&] {
+      answer = services.http.exchange(request);
+      isText = answer.hasBody && platform::isValidUtf8(answer.body);
+    });
     log("sent data by sendSynchronousRequest\n");
   }
-  lastOutcome_.set(judgeAnswer(answer));
 
   RVSOAPResult result;
-  if (answer.hasBody && platform::isValidUtf8(answer.body)) {
+  result.outcome = judgeAnswer(answer);
+  if (isText) {
     result.response = std::move(answer.body);
   }
   result.statuscode = format("%ld", answer.status);

@@ -13,7 +13,9 @@ if(SEEDMOTE_SANITIZE)
   target_compile_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE}
     -fno-omit-frame-pointer -fno-sanitize-recover=all
     # With sanitizers g++ 12 takes parts of the standard library for uninitialised.
-    -Wno-maybe-uninitialized)
+    -Wno-maybe-uninitialized
+    # Qt's atomics use fences, which the thread sanitizer does not follow.
+    $<$<STREQUAL:${SEEDMOTE_SANITIZE},thread>:-Wno-tsan>)
   target_link_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE})
 endif()
 

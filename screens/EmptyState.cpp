@@ -12,7 +12,9 @@ const char* words(DaemonCondition condition) {
     case DaemonCondition::notAsked:
       return "The daemon has not been asked yet. Its torrents appear here once it has answered.";
     case DaemonCondition::answered:
-      return "The daemon has answered; its torrents are on their way.";
+      return "Something answered there, but it began no session as a Transmission daemon does. Check the "
+             "address "
+             "and the port in the settings.";
     case DaemonCondition::newSession:
       return "The daemon has given out a new session id. Refresh to fetch the torrents.";
     case DaemonCondition::loginRefused:
@@ -37,6 +39,8 @@ const char* words(DaemonCondition condition) {
              "and allows remote access.";
     case DaemonCondition::unknownHost:
       return "This host is not known. Check the address in the settings, and this device's network.";
+    case DaemonCondition::unreachable:
+      return "There is no way to this host. Check the address in the settings, and this device's network.";
     case DaemonCondition::noAnswer:
       return "The daemon did not answer in time. Check the address in the settings and the network, then "
              "refresh.";
@@ -47,6 +51,8 @@ const char* words(DaemonCondition condition) {
              "settings.";
     case DaemonCondition::unreadable:
       return "The daemon's answer could not be read. Refresh to try again.";
+    case DaemonCondition::failed:
+      return "The request failed. Refresh to try again.";
     case DaemonCondition::cancelled:
       return "The request was cancelled.";
   }
@@ -57,7 +63,7 @@ const char* words(DaemonCondition condition) {
 
 std::string EmptyState::sentence() const {
   if (connected && !setUp) {
-    return "The daemon is connected. Close the settings to see its torrents.";
+    return "The daemon is connected. Its torrents appear once the settings have been confirmed.";
   }
   if (connected && torrents > 0) {
     return filterID == 1
@@ -66,10 +72,12 @@ std::string EmptyState::sentence() const {
                                   RVRes::getWording(filterID), RVRes::getWording(1));
   }
   if (connected && outcome.condition == DaemonCondition::answered) {
-    return "The daemon has no torrents. Copy a torrent's link and pull this list down to add one.";
+    return "The daemon has no torrents.";
   }
   std::string text = words(outcome.condition);
-  if (outcome.condition == DaemonCondition::unreadable && !outcome.detail.empty()) {
+  const bool hasReason =
+      outcome.condition == DaemonCondition::unreadable || outcome.condition == DaemonCondition::failed;
+  if (hasReason && !outcome.detail.empty()) {
     text += platform::format("\n(%@)", outcome.detail);
   }
   return text;

@@ -217,7 +217,7 @@ void RVTorrentListController::updateEmptyState() {
   state.connected = RVTrans::isConnected();
   state.torrents = state.connected ? RVTrans::getTorrentList()->count() : 0;
   state.filterID = filterID_;
-  state.outcome = RVTrans::lastOutcome();
+  state.outcome = RVTrans::listOutcome();
   const QString sentence = QString::fromStdString(state.sentence());
   if (emptyState_ != sentence) {
     emptyState_ = sentence;

@@ -113,9 +113,10 @@ int SettingsCommand::run(const std::vector<std::string>& assignments) {
     if (auto checked = check(assignment)) good.push_back(std::move(*checked));
   }
   if (good.size() != assignments.size()) return kWrongUse;
+  platform::UserDefaults& defaults = platform::services().defaults;
+  if (!defaults.problem().empty()) errors_ << "seedmote: " << defaults.problem() << '\n';
   store_.loadUserSetting();
   for (const Assignment& assignment : good) apply(assignment);
-  platform::UserDefaults& defaults = platform::services().defaults;
   if (defaults.synchronize()) return kStored;
   errors_ << "seedmote: " << defaults.problem() << '\n';
   return kNotStored;

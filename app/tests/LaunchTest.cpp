@@ -50,6 +50,15 @@ class LaunchTest : public testing::Test {
     errors = program.readAllStandardError().toStdString();
     return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
   }
+  // The log's lines begin with time and thread.
+  void expectInOrder(const std::vector<std::string>& records) const {
+    std::size_t at = 0;
+    for (const std::string& record : records) {
+      const std::size_t found = errors.find("] " + record + "\n", at);
+      ASSERT_NE(found, std::string::npos) << record;
+      at = found;
+    }
+  }
   QStringList settingsFor(const LoopbackDaemon& daemon) const {
     return {QStringLiteral("--set"), QStringLiteral("IP Address=127.0.0.1"),
             QStringLiteral("--set"), QStringLiteral("Port=%1").arg(daemon.port()),
@@ -71,6 +80,7 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
   ASSERT_EQ(run(settingsFor(daemon), "s3cret\n"), 0);
   EXPECT_EQ(output + errors, "") << "storing settings prints nothing";
   const QFile stored(folder.filePath(QStringLiteral("seedmote/defaults.plist")));
+  EXPECT_TRUE(stored.exists());
   EXPECT_EQ(stored.permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
 
   const QString picture = folder.filePath(QStringLiteral("list.png"));
@@ -82,6 +92,9 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
   EXPECT_FALSE(QImage(picture).isNull());
   EXPECT_THAT(errors, HasSubstr("Seedmote Start"));
   EXPECT_THAT(errors, HasSubstr("bConnected = TRUE"));
+  expectInOrder({"Seedmote Start", "Seedmote is running on iPhone", "Setup all controllers",
+                 "Main view is loaded.", "Right Bar is loaded.", "Torrent List view is loaded.",
+                 "Change coordination over 7.0", "updateFirstTime", "try to connect********"});
   EXPECT_THAT(errors, Not(HasSubstr("s3cret")));
   EXPECT_EQ(daemon.requests().size(), 5U);
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "client/RVTrans.h"
+#include "json/Log.h"
 #include "platform/core/Log.h"
 #include "tests/support/TestServices.h"
 #include "widgets/OvProgressHUD.h"
@@ -33,6 +34,7 @@ inline std::string sessionPage(const std::string& id) {
 class ClientFixture : public testing::Test {
  protected:
   ClientFixture() {
+    json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
     services.setSetting("IP Address", "10.0.0.7");
     services.setSetting("Port", "9091");
     services.setSetting("Username", "");

@@ -81,6 +81,34 @@ TEST_F(QueriesTest, AListIsKeptAsItCameAndAFailureLeavesNone) {
   EXPECT_EQ(kept->at(1)["name"].text(), "two") << "a list that was handed out outlives its successor";
 }
 
+TEST_F(QueriesTest, OnlyAListThatCameEmptySaysThatThereAreNoTorrents) {
+  struct Case {
+    platform::HttpAnswer answer;
+    DaemonCondition condition;
+    const char* detail;
+  };
+  const Case cases[] = {
+      {page(200, R"({"arguments":{"torrents":[]},"result":"success"})"), DaemonCondition::answered, ""},
+      {page(200, R"({"arguments":{"torrents":[{"name":"\ud8000"}]}})"), DaemonCondition::unreadable,
+       "Missing low character in surrogate pair"},
+      {page(200, "{\"a\":\xff}"), DaemonCondition::unreadable, "there is no text"},
+      {page(200, R"({"arguments":{},"result":"no method name"})"), DaemonCondition::unreadable,
+       "no method name"},
+      {page(200, "{}"), DaemonCondition::unreadable, "it holds no torrents"},
+      {failure(HttpError::unreachable), DaemonCondition::unreachable, "scripted"},
+      {failure(HttpError::other), DaemonCondition::failed, "scripted"},
+  };
+  for (const Case& c : cases) {
+    enqueue({c.answer});
+    client.updateAllTorrents();
+    EXPECT_EQ(client.listOutcome().condition, c.condition) << c.detail;
+    EXPECT_EQ(client.listOutcome().detail, c.detail);
+    enqueue({page(200, kStatsAnswer)});
+    client.getSessionStats();
+    EXPECT_EQ(client.listOutcome().condition, c.condition) << "other requests say nothing of the list";
+  }
+}
+
 TEST_F(QueriesTest, AnUpdateThatRaisesIsOver) {
   enqueue({page(409, "no code element")});
   EXPECT_THROW(client.updateAllTorrents(), std::out_of_range);
@@ -177,7 +205,7 @@ TEST_F(FacadeTest, AStaleSessionLosesOneAnswerAndTheNextIsThere) {
   });
   RVTrans::updateAllTorrents();
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U);
-  EXPECT_EQ(RVTrans::lastOutcome().condition, DaemonCondition::answered) << "the text was sent again";
+  EXPECT_EQ(RVTrans::listOutcome().condition, DaemonCondition::newSession);
   RVTrans::updateAllTorrents();
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 2U);
 }

@@ -134,7 +134,7 @@ TEST_F(TransportTest, AFailedExchangeIsAnEmptyResult) {
   EXPECT_TRUE(refused.getResponseDict().isAbsent());
   EXPECT_TRUE(lines.contains("resString = \n(null)\n"));
   EXPECT_TRUE(lines.contains("satuscode = 0\n"));
-  EXPECT_EQ(client.lastOutcome().condition, DaemonCondition::nobodyListens);
+  EXPECT_EQ(refused.outcome.condition, DaemonCondition::nobodyListens);
   const RVSOAPResult notText = client.sendCommandStringRetry("text");
   EXPECT_EQ(notText.statuscode, "200");
   EXPECT_EQ(notText.response, std::nullopt);

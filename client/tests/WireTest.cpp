@@ -108,7 +108,7 @@ TEST_F(WireTest, WhateverAnswersFirstTheAttemptEndsWithAMessageAndACause) {
     attempt();
     EXPECT_FALSE(RVTrans::isConnected());
     EXPECT_EQ(overlayText(), failed);
-    EXPECT_EQ(RVTrans::lastOutcome().condition, c.cause) << RVTrans::lastOutcome().detail;
+    EXPECT_EQ(RVTrans::listOutcome().condition, c.cause) << RVTrans::listOutcome().detail;
   }
   daemon.setReply(replies::conflictWithBody("no markers"));
   attempt();
@@ -162,7 +162,7 @@ TEST_F(WireTest, TheRealDaemonRefusesAWrongPassword) {
   useDaemonAt(daemon.port());
   attempt();
   EXPECT_FALSE(RVTrans::isConnected());
-  EXPECT_EQ(RVTrans::lastOutcome().condition, DaemonCondition::loginRefused);
+  EXPECT_EQ(RVTrans::listOutcome().condition, DaemonCondition::loginRefused);
   password = "söcrét:x";
   useDaemonAt(daemon.port());
   attempt();

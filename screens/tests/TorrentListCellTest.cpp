@@ -141,7 +141,7 @@ TEST(EmptyStateTest, SaysWhatIsTheMatter) {
   state.filterID = 6;
   contains(state, "\"Verifying\"");
   state.setUp = false;
-  contains(state, "Close the settings");
+  contains(state, "settings have been confirmed");
   for (int condition = 0; condition <= static_cast<int>(DaemonCondition::cancelled); ++condition) {
     EXPECT_FALSE((EmptyState{.outcome = {static_cast<DaemonCondition>(condition), ""}}.sentence().empty()));
   }

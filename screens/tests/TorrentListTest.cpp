@@ -51,7 +51,7 @@ TEST_F(TorrentListTest, WaitsForTheEndOfTheFirstRun) {
   show();
   EXPECT_EQ(table().rowCount(), 0);
   EXPECT_EQ(lines.count("Detailview torrent update finished"), 0);
-  EXPECT_NE(controller->emptyState().indexOf(QStringLiteral("Close the settings")), -1);
+  EXPECT_NE(controller->emptyState().indexOf(QStringLiteral("settings have been confirmed")), -1);
   services.defaults.setObject("FirstRun", "3");
   tick();
   EXPECT_EQ(table().rowCount(), 4);
