@@ -14,7 +14,7 @@ json::Value texts(std::initializer_list<const char*> names) {
   for (const char* name : names) {
     values.push_back(json::Value::string(name));
   }
-  return json::Value::array(std::move(values));
+  return json::Value::array(values);
 }
 
 }  // namespace

@@ -30,10 +30,10 @@ class Updating {
   bool kept_ = false;
 };
 
-RVSOAPRequest torrentGet(std::vector<std::pair<std::string, json::Value>> arguments) {
+RVSOAPRequest torrentGet(const std::vector<std::pair<std::string, json::Value>>& arguments) {
   RVSOAPRequest request;
   request.method = "torrent-get";
-  request.arguments = json::JSONRepresentation(json::Value::dictionary(std::move(arguments)));
+  request.arguments = json::JSONRepresentation(json::Value::dictionary(arguments));
   return request;
 }
 

@@ -56,7 +56,7 @@ QQuickItem* LayoutLoader::load(const QString& layoutName, QObject& controller, Q
   QQmlEngine::setObjectOwnership(item, QQmlEngine::CppOwnership);
   item->setParent(parent);
   item->setParentItem(parent);
-  made.release();
+  static_cast<void>(made.release());  // the parent owns it now
   return item;
 }
 
