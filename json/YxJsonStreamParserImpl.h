@@ -34,7 +34,7 @@ YxJsonStreamParserStatus YxJsonStreamParser<Delegate>::readTokens(const char*& p
   YxJsonTokenValue value;
   for (;;) {
     if constexpr (predictsKeys) {
-      if (state_->needKey() && at < end && *at == '"' && delegate_ != nullptr) {
+      if (state_->needKey() && at < end && *at == '"' && delegate_ != nullptr && !tokeniser_.resumesToken()) {
         if (const char* behind = delegate_->predictObjectKey(*this, at + 1, end)) {
           at = behind;
           transition(YxJsonToken::string);

@@ -34,6 +34,10 @@ class YxJsonTokeniser {
   // token, or to the first byte of one that is not complete.
   YxJsonToken scan(const char*& at, const char* end, YxJsonTokenValue& value);
 
+  // Whether the next token is a long one that the data's end cut: its beginning has been read already, so
+  // nobody but scan may take it.
+  bool resumesToken() const { return cut_.scanned != 0; }
+
   const std::string& error() const { return _error; }
   YxJsonUTF8Stream& stream() { return _stream; }
 

@@ -236,6 +236,31 @@ TEST(Reader, LongStringsInPieces) {
   }
 }
 
+// The key of the dictionary before is taken without scanning, also when a piece ended within it.
+TEST(Reader, LongRepeatedKeysInPieces) {
+  const std::string key = "k" + std::string(6000, 'x');
+  const std::string escaped = "\\u006b" + key.substr(1);
+  const std::string other = key.substr(0, 5500) + "y" + key.substr(5501);
+  const std::string shorter = key.substr(0, 4200);
+  const std::string first = "[{\"" + key + "\":\"one\",\"n\":1},{";
+  for (const std::string& second : {key, escaped, other, shorter}) {
+    const std::string text = first + "\"" + second + "\":\"two\",\"n\":2},{\"" + key + "\":\"three\"}]";
+    const std::string expected = readWhole(text);
+    ASSERT_NE(expected[0], '!');
+    const std::string_view view = text;
+    const std::size_t start = first.size();
+    const std::size_t behind = start + second.size() + 2;
+    for (const std::size_t cut : {start, start + 1, start + 4096, start + 4097, start + 4098, start + 4200,
+                                  start + 5000, behind - 2, behind - 1, behind, behind + 1, behind + 3,
+                                  behind + 6, text.size() - 5000, text.size() - 12, text.size() - 3}) {
+      // Not EXPECT_EQ: it would print tens of thousands of bytes.
+      EXPECT_TRUE(readPieces({view.substr(0, cut), view.substr(cut)}) == expected) << "cut at " << cut;
+      EXPECT_TRUE(readPieces({view.substr(0, cut), view.substr(cut, 1), view.substr(cut + 1)}) == expected)
+          << "cut before and behind byte " << cut;
+    }
+  }
+}
+
 // Whatever a text is made of, cutting it changes nothing; and what is read twice is the same.
 TEST(Reader, DamagedTextsInPieces) {
   const std::string good =
