@@ -100,6 +100,9 @@ std::int64_t ValueRef::longLongValue() const {
   return integerOf<std::int64_t>(node_);
 }
 float ValueRef::floatValue() const {
+  // By way of a double, a large integer would be rounded twice.
+  if (kind() == Kind::signedInteger) return static_cast<float>(node_->signedValue);
+  if (kind() == Kind::unsignedInteger) return static_cast<float>(node_->unsignedValue);
   return static_cast<float>(doubleValue());
 }
 

@@ -82,6 +82,8 @@ TEST(Value, NumbersAreReadLeniently) {
     EXPECT_EQ(value->doubleValue(), 0);
     EXPECT_FALSE(value->boolValue());
   }
+  EXPECT_EQ(element("9007199791611905")->at(0).floatValue(), 9007200328482816.0f) << "rounded once";
+  EXPECT_EQ(element("-9007199791611905")->at(0).floatValue(), -9007200328482816.0f);
   EXPECT_EQ(Value::unsignedInteger(~std::uint64_t{0})->longLongValue(), -1);
   EXPECT_EQ(Value::real(-1e300)->longLongValue(), least64);
   EXPECT_EQ(Value::real(9.3e18)->longLongValue(), most64);
