@@ -20,19 +20,17 @@ enum class YxJsonStreamParserStatus : int {
 
 // Where a parser stands between two tokens: which tokens may come and which state each leads to. Every
 // concrete state is one shared constant. The answers stand in tables, not in virtual functions: they are
-// asked for each token.
+// asked for each token. A state that says nothing else accepts no token, stays, and waits for more data.
 class YxJsonStreamParserState {
  public:
   YxJsonStreamParserState(const YxJsonStreamParserState&) = delete;
   YxJsonStreamParserState& operator=(const YxJsonStreamParserState&) = delete;
 
-  bool shouldAcceptToken(YxJsonToken token) const {
-    return ((accepted_ >> static_cast<int>(token)) & 1) != 0;
-  }
+  bool shouldAcceptToken(YxJsonToken token) const { return ((accepted_ >> slot(token)) & 1) != 0; }
   YxJsonStreamParserStatus parserShouldReturn() const { return status_; }
   // The state that the parser moves to; this one where the token changes nothing.
   const YxJsonStreamParserState* shouldTransitionTo(YxJsonToken token, bool supportMultipleDocuments) const {
-    const YxJsonStreamParserState* next = next_[static_cast<std::size_t>(token)];
+    const YxJsonStreamParserState* next = next_[slot(token)];
     return next == nullptr || (supportMultipleDocuments && isStart_ && isContainerEnd(token)) ? this : next;
   }
   bool needKey() const { return needKey_; }
@@ -46,30 +44,38 @@ class YxJsonStreamParserState {
   };
   static constexpr std::uint16_t set(std::initializer_list<YxJsonToken> tokens) {
     unsigned bits = 0;
-    for (const YxJsonToken token : tokens) bits |= 1u << static_cast<int>(token);
+    for (const YxJsonToken token : tokens) bits |= 1u << slot(token);
     return static_cast<std::uint16_t>(bits);
   }
   static constexpr bool isContainerEnd(YxJsonToken token) {
     return token == YxJsonToken::arrayEnd || token == YxJsonToken::objectEnd;
   }
 
+  constexpr YxJsonStreamParserState() = default;
   constexpr YxJsonStreamParserState(
       std::string_view name, std::uint16_t accepted,
       YxJsonStreamParserStatus status = YxJsonStreamParserStatus::YxJsonStreamParserWaitingForData)
       : accepted_(accepted), status_(status), name_(name) {}
   constexpr void leadsTo(const YxJsonStreamParserState* next) { next_.fill(next); }
   constexpr void leadsTo(const YxJsonStreamParserState* next, std::initializer_list<YxJsonToken> tokens) {
-    for (const YxJsonToken token : tokens) next_[static_cast<std::size_t>(token)] = next;
+    for (const YxJsonToken token : tokens) next_[slot(token)] = next;
   }
 
   bool needKey_ = false;
   bool isStart_ = false;
 
  private:
-  std::uint16_t accepted_;
-  YxJsonStreamParserStatus status_;
-  std::array<const YxJsonStreamParserState*, 12> next_{};
-  std::string_view name_;
+  // The tokens from `end` to `null` have a place each in the tables; `error` and any other number share one.
+  static constexpr unsigned namedTokens = 12;
+  static constexpr unsigned slot(YxJsonToken token) {
+    const auto code = static_cast<unsigned>(token);
+    return code < namedTokens ? code : namedTokens;
+  }
+
+  std::uint16_t accepted_ = 0;  // a bit for each place
+  YxJsonStreamParserStatus status_ = YxJsonStreamParserStatus::YxJsonStreamParserWaitingForData;
+  std::array<const YxJsonStreamParserState*, namedTokens + 1> next_{};  // null: stays
+  std::string_view name_ = "<aaiie!>";
 };
 
 // Each concrete state: sharedInstance() is the one that parsers use.

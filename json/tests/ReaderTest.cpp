@@ -291,6 +291,25 @@ TEST(Reader, DamagedTextsInPieces) {
   }
 }
 
+TEST(ParserState, TokensThatNobodyKnows) {
+  class Plain final : public YxJsonStreamParserState {};
+  const Plain plain;
+  EXPECT_EQ(plain.name(), "<aaiie!>");
+  EXPECT_EQ(plain.parserShouldReturn(), Status::YxJsonStreamParserWaitingForData);
+  EXPECT_FALSE(plain.needKey() || plain.isError());
+  const auto& start = YxJsonStreamParserStateStart::sharedInstance();
+  const auto& arrayNeedValue = YxJsonStreamParserStateArrayNeedValue::sharedInstance();
+  for (const int code : {-1, 12, 13, 16, 17, 1000, -2147483647}) {
+    const auto token = static_cast<YxJsonToken>(code);
+    EXPECT_FALSE(start.shouldAcceptToken(token) || arrayNeedValue.shouldAcceptToken(token)) << code;
+    EXPECT_TRUE(start.shouldTransitionTo(token, false)->isError()) << code;
+    EXPECT_EQ(plain.shouldTransitionTo(token, false), &plain) << code;
+  }
+  for (int code = 0; code < 12; ++code) {
+    EXPECT_FALSE(plain.shouldAcceptToken(static_cast<YxJsonToken>(code))) << code;
+  }
+}
+
 TEST(Reader, EventsComeInOrder) {
   EventRecorder recorder;
   YxJsonStreamParser<> parser;
