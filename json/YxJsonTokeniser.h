@@ -188,6 +188,7 @@ inline const char* YxJsonTokeniser::skipPlain(const char* at, const char* end) {
   value.number.isLong = false;
   value.number.exponent = static_cast<std::int16_t>(exponent);
   value.number.magnitude = mantissa;
+  value.number.text = {};
   return YxJsonToken::number;
 }
 

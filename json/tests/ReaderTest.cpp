@@ -310,6 +310,17 @@ TEST(ParserState, TokensThatNobodyKnows) {
   }
 }
 
+TEST(Tokeniser, ShortNumbersHaveNoText) {
+  YxJsonTokeniser tokeniser;
+  tokeniser.appendData("12345678901234567890,5 ");
+  YxJsonTokenValue value;
+  ASSERT_EQ(tokeniser.getToken(value), YxJsonToken::number);
+  EXPECT_EQ(value.number.text, "12345678901234567890");
+  ASSERT_EQ(tokeniser.getToken(value), YxJsonToken::valueSeparator);
+  ASSERT_EQ(tokeniser.getToken(value), YxJsonToken::number);
+  EXPECT_EQ(value.number.text, "") << "what the one before it left would dangle";
+}
+
 TEST(Reader, EventsComeInOrder) {
   EventRecorder recorder;
   YxJsonStreamParser<> parser;
