@@ -20,6 +20,10 @@ namespace seedmote::json {
 // when there is more. Used by one thread.
 class YxJsonTokeniser {
  public:
+  YxJsonTokeniser() = default;
+  YxJsonTokeniser(const YxJsonTokeniser&) = delete;
+  YxJsonTokeniser& operator=(const YxJsonTokeniser&) = delete;
+
   void appendData(std::string_view bytes) { _stream.appendData(bytes); }
 
   // The next token of the stream; `value` is set for numbers and strings.

@@ -16,6 +16,11 @@ class YxJsonUTF8Stream {
  public:
   static constexpr std::size_t initialCapacity = 4096;
 
+  YxJsonUTF8Stream() = default;
+  // Points into itself, so it stays where it is.
+  YxJsonUTF8Stream(const YxJsonUTF8Stream&) = delete;
+  YxJsonUTF8Stream& operator=(const YxJsonUTF8Stream&) = delete;
+
   // Drops what lies before the index, then appends.
   void appendData(std::string_view bytes);
 
