@@ -10,14 +10,13 @@ constexpr YxJsonStreamWriterStateComplete::YxJsonStreamWriterStateComplete()
 
 constexpr YxJsonStreamWriterStateError::YxJsonStreamWriterStateError() : YxJsonStreamWriterState({}) {}
 
-constexpr YxJsonStreamWriterStateObjectStart::YxJsonStreamWriterStateObjectStart()
-    : YxJsonStreamWriterState(
-          {.expectsKey = true, .next = &YxJsonStreamWriterStateObjectValue::sharedInstance()}) {}
+constexpr YxJsonStreamWriterStateObjectStart::YxJsonStreamWriterStateObjectStart(char separator)
+    : YxJsonStreamWriterState({.expectsKey = true,
+                               .separator = separator,
+                               .next = &YxJsonStreamWriterStateObjectValue::sharedInstance()}) {}
 
 constexpr YxJsonStreamWriterStateObjectKey::YxJsonStreamWriterStateObjectKey()
-    : YxJsonStreamWriterState({.expectsKey = true,
-                               .separator = ',',
-                               .next = &YxJsonStreamWriterStateObjectValue::sharedInstance()}) {}
+    : YxJsonStreamWriterStateObjectStart(',') {}
 
 constexpr YxJsonStreamWriterStateObjectValue::YxJsonStreamWriterStateObjectValue()
     : YxJsonStreamWriterState(

@@ -47,12 +47,31 @@ class YxJsonStreamWriterState {
 SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateStart);
 SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateComplete);
 SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateError);
-SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateObjectStart);
-SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateObjectKey);
 SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateObjectValue);
 SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateArrayStart);
 SEEDMOTE_WRITER_STATE(YxJsonStreamWriterStateArrayValue);
 
 #undef SEEDMOTE_WRITER_STATE
+
+class YxJsonStreamWriterStateObjectStart : public YxJsonStreamWriterState {
+ public:
+  static constexpr const YxJsonStreamWriterStateObjectStart& sharedInstance() { return instance_; }
+
+ protected:
+  constexpr explicit YxJsonStreamWriterStateObjectStart(char separator = 0);
+
+ private:
+  static const YxJsonStreamWriterStateObjectStart instance_;
+};
+
+// Where an object's next key is due: as at its start, but for the comma before it.
+class YxJsonStreamWriterStateObjectKey final : public YxJsonStreamWriterStateObjectStart {
+ public:
+  static constexpr const YxJsonStreamWriterStateObjectKey& sharedInstance() { return instance_; }
+
+ private:
+  constexpr YxJsonStreamWriterStateObjectKey();
+  static const YxJsonStreamWriterStateObjectKey instance_;
+};
 
 }  // namespace seedmote::json
