@@ -185,7 +185,7 @@ TEST(Value, ThreadsShareTreesAndMemory) {
   for (int number = 0; number < 4; ++number) {
     threads.emplace_back([&shared, &text] {
       for (int round = 0; round < 20; ++round) {
-        const Value copy = shared;
+        const Value copy = shared;  // NOLINT: the copy is what the threads share
         const Value part = copy.share(copy->at(static_cast<std::size_t>(round)));
         const Value own = JSONValue(text);
         std::int64_t sum = 0;
