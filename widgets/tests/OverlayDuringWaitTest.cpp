@@ -80,6 +80,13 @@ class OverlayDuringWaitTest : public testing::Test {
           &view, at, view.mapToGlobal(at.toPoint()), buttons, Qt::LeftButton, type);
     }
   }
+  void pressKey() {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::AsynchronousDelivery>(
+          &view, type, Qt::Key_Down, Qt::NoModifier);
+    }
+  }
+  int keys() const { return view.rootObject()->property("keys").toInt(); }
   int taps() const { return view.rootObject()->property("taps").toInt(); }
 
   support::TestServices services;
@@ -112,6 +119,15 @@ TEST_F(OverlayDuringWaitTest, ATouchBesideAMessageWithoutMaskWaitsAndThenHappens
   waitForFrames(5);
   EXPECT_EQ(taps(), 0);
   spinUntil([this] { return taps() == 1; });
+}
+
+TEST_F(OverlayDuringWaitTest, AKeyWaitsAndThenHappens) {
+  view.requestActivate();
+  spinUntil([this] { return view.isActive(); });
+  main.post([this] { pressKey(); }, Lane::overlay);
+  waitForFrames(5);
+  EXPECT_EQ(keys(), 0);
+  spinUntil([this] { return keys() == 1; });
 }
 
 TEST_F(OverlayDuringWaitTest, ATouchOnTheMaskIsSwallowedThoughTheOverlayGoesRightAfter) {

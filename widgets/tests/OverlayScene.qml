@@ -7,9 +7,12 @@ Item {
 
     required property OvProgressHUD hud
     property int taps: 0
+    property int keys: 0
 
     width: 400
     height: 300
+    focus: true
+    Keys.onPressed: scene.keys += 1
 
     Rectangle {
         width: 40
