@@ -12,8 +12,6 @@ target_compile_definitions(seedmote-flags INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_
 if(SEEDMOTE_SANITIZE)
   target_compile_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE}
     -fno-omit-frame-pointer -fno-sanitize-recover=all
-    # With sanitizers g++ 12 takes parts of the standard library for uninitialised.
-    -Wno-maybe-uninitialized
     # Qt's atomics use fences, which the thread sanitizer does not follow.
     $<$<STREQUAL:${SEEDMOTE_SANITIZE},thread>:-Wno-tsan>)
   target_link_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE})
