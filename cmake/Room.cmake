@@ -11,10 +11,12 @@ target_link_libraries(seedmote-flags INTERFACE Threads::Threads)
 target_compile_definitions(seedmote-flags INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
 if(SEEDMOTE_SANITIZE)
   target_compile_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE}
-    -fno-omit-frame-pointer -fno-sanitize-recover=all
-    # Qt's atomics use fences, which the thread sanitizer does not follow.
-    $<$<STREQUAL:${SEEDMOTE_SANITIZE},thread>:-Wno-tsan>)
+    -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE})
+endif()
+if(SEEDMOTE_SANITIZE STREQUAL "thread")
+  # Qt's atomics use fences, which the thread sanitizer does not follow.
+  target_compile_options(seedmote-flags INTERFACE -Wno-tsan)
 endif()
 
 set_property(GLOBAL PROPERTY SEEDMOTE_ROOMS "")
