@@ -49,6 +49,21 @@ YxJsonToken YxJsonTokeniser::badStop(char byte) {
   return fail(message);
 }
 
+YxJsonToken YxJsonTokeniser::waitForNumber(const char* at, const char* end) {
+  if (end - at > longToken) cut_.scanned = static_cast<std::size_t>(end - at);
+  return YxJsonToken::end;
+}
+
+// Whether the long number that was cut only got more digits: wherever it was cut, they leave it as unfinished
+// as it was. Any other byte has it read again from its start, which happens a few times in a number at most.
+bool YxJsonTokeniser::numberGoesOn(const char* at, const char* end) {
+  const char* const next = std::find_if_not(at + cut_.scanned, end, isDigit);
+  cut_ = {};
+  if (next != end) return false;
+  waitForNumber(at, end);
+  return true;
+}
+
 YxJsonToken YxJsonTokeniser::getLongNumber(const char* first, const char* last, YxJsonTokenValue& value) {
   value.number = {};
   value.number.kind = Kind::decimal;
@@ -63,13 +78,13 @@ YxJsonToken YxJsonTokeniser::getLongNumber(const char* first, const char* last, 
 // stopping byte is there.
 YxJsonToken YxJsonTokeniser::getStringSlowly(const char*& at, const char* end, YxJsonTokenValue& value) {
   const char* const content = at + 1;
-  CutString state = cut_;
+  CutToken state = cut_;
   cut_ = {};
   if (!state.accumulating) accumulator_.clear();
   const char* next = content + state.scanned;
   const char* fragment = content + state.fragment;
   const auto waitFrom = [&](const char* place) {
-    if (end - content > static_cast<std::ptrdiff_t>(longString)) {
+    if (end - content > longToken) {
       state.scanned = static_cast<std::size_t>(place - content);
       state.fragment = static_cast<std::size_t>(fragment - content);
       cut_ = state;

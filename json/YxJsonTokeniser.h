@@ -46,18 +46,21 @@ class YxJsonTokeniser {
   YxJsonUTF8Stream& stream() { return _stream; }
 
  private:
-  // How far the string token that the data's end cut has been read, so that a long one that comes in many
-  // pieces is not read from its start each time.
-  struct CutString {
-    std::size_t scanned = 0;   // bytes behind the opening quote; 0 when nothing is kept
+  // How far the string or number that the data's end cut has been read, so that a long one that comes in
+  // many pieces is not read from its start each time.
+  struct CutToken {
+    std::size_t scanned = 0;  // bytes of a number, or behind a string's opening quote; 0: nothing is kept
+    // Strings only.
     std::size_t fragment = 0;  // where the fragment begins that is being read
     bool accumulating = false;
     bool broken = false;  // the fragment is no UTF-8
   };
-  static constexpr std::size_t longString = 4096;
+  static constexpr std::ptrdiff_t longToken = 4096;
 
   YxJsonToken getStringToken(const char*& at, const char* end, YxJsonTokenValue& value);
   YxJsonToken getNumberToken(const char*& at, const char* end, YxJsonTokenValue& value);
+  YxJsonToken waitForNumber(const char* at, const char* end);
+  bool numberGoesOn(const char* at, const char* end);
   YxJsonToken getLongNumber(const char* first, const char* last, YxJsonTokenValue& value);
   YxJsonToken getStringSlowly(const char*& at, const char* end, YxJsonTokenValue& value);
   YxJsonToken match(const char*& at, const char* end, std::string_view literal, YxJsonToken token);
@@ -80,7 +83,7 @@ class YxJsonTokeniser {
   YxJsonUTF8Stream _stream;
   std::string _error;
   std::string accumulator_;
-  CutString cut_;
+  CutToken cut_;
 };
 
 // The first byte from `at` on that ends a run of plain ASCII, or `end`.
@@ -131,13 +134,15 @@ inline const char* YxJsonTokeniser::skipPlain(const char* at, const char* end) {
 
 [[gnu::always_inline]] inline YxJsonToken YxJsonTokeniser::getNumberToken(const char*& at, const char* end,
                                                                           YxJsonTokenValue& value) {
+  if (cut_.scanned != 0 && numberGoesOn(at, end)) [[unlikely]]
+    return YxJsonToken::end;
   const char* next = at;
   const bool negative = *next == '-';
-  if (negative && ++next == end) return YxJsonToken::end;
+  if (negative && ++next == end) return waitForNumber(at, end);
   std::size_t digits = 0;
   std::uint64_t mantissa = 0;
   if (*next == '0') {
-    if (++next == end) return YxJsonToken::end;
+    if (++next == end) return waitForNumber(at, end);
     if (isDigit(*next)) [[unlikely]]
       return fail("Leading zero is illegal in number");
     digits = 1;
@@ -145,7 +150,7 @@ inline const char* YxJsonTokeniser::skipPlain(const char* at, const char* end) {
     const char* const first = next;
     while (isDigit(*next)) {
       mantissa = mantissa * 10 + static_cast<unsigned char>(*next - '0');
-      if (++next == end) return YxJsonToken::end;
+      if (++next == end) return waitForNumber(at, end);
     }
     digits = static_cast<std::size_t>(next - first);
   }
@@ -153,10 +158,10 @@ inline const char* YxJsonTokeniser::skipPlain(const char* at, const char* end) {
   const bool isFraction = *next == '.';
   if (isFraction) {
     const char* const first = ++next;
-    if (next == end) return YxJsonToken::end;
+    if (next == end) return waitForNumber(at, end);
     while (isDigit(*next)) {
       mantissa = mantissa * 10 + static_cast<unsigned char>(*next - '0');
-      if (++next == end) return YxJsonToken::end;
+      if (++next == end) return waitForNumber(at, end);
     }
     if (next == first) [[unlikely]]
       return fail("No digits after decimal point");
@@ -166,14 +171,14 @@ inline const char* YxJsonTokeniser::skipPlain(const char* at, const char* end) {
   }
   const bool hasExponent = *next == 'e' || *next == 'E';
   if (hasExponent) [[unlikely]] {
-    if (++next == end) return YxJsonToken::end;
+    if (++next == end) return waitForNumber(at, end);
     const bool lower = *next == '-';
-    if ((lower || *next == '+') && ++next == end) return YxJsonToken::end;
+    if ((lower || *next == '+') && ++next == end) return waitForNumber(at, end);
     const char* const first = next;
     std::uint16_t written = 0;
     while (isDigit(*next)) {
       written = static_cast<std::uint16_t>(written * 10u + static_cast<unsigned char>(*next - '0'));
-      if (++next == end) return YxJsonToken::end;
+      if (++next == end) return waitForNumber(at, end);
     }
     if (next == first) return fail("No digits in exponent");
     exponent = static_cast<std::uint16_t>(lower ? exponent - written : exponent + written);

@@ -236,6 +236,32 @@ TEST(Reader, LongStringsInPieces) {
   }
 }
 
+TEST(Reader, LongNumbersInPieces) {
+  const std::string digits(5000, '7');
+  for (const std::string& number : {digits, "-" + digits, "0." + digits + "e" + digits, "1e-" + digits + "3",
+                                    digits + "." + digits + "E+", digits + ".e5", digits + ".5.5",
+                                    digits + "-", digits + "e+-5", "[" + digits + "]"}) {
+    const std::string text = "{\"a\":" + number + ",\"b\":[\"text\",1,true]}";
+    const std::string expected = readWhole(text);
+    for (const std::size_t size : {1, 3, 1024, 4097}) {
+      std::vector<std::string_view> pieces;
+      for (std::size_t at = 0; at < text.size(); at += size) {
+        pieces.push_back(std::string_view(text).substr(at, size));
+      }
+      EXPECT_TRUE(readPieces(pieces) == expected) << number.substr(0, 8) << " in pieces of " << size;
+    }
+    for (std::size_t cut = text.size() - 5100; cut < text.size() - 4900; ++cut) {
+      const std::string_view view = text;
+      EXPECT_TRUE(readPieces({view.substr(0, cut), view.substr(cut)}) == expected) << "cut at " << cut;
+    }
+  }
+  // Would take minutes if each piece had the number read from its start.
+  const std::string text = "[" + std::string(1000000, '7') + "]";
+  std::vector<std::string_view> pieces;
+  for (std::size_t at = 0; at < text.size(); ++at) pieces.push_back(std::string_view(text).substr(at, 1));
+  EXPECT_TRUE(readPieces(pieces) == readWhole(text));
+}
+
 // The key of the dictionary before is taken without scanning, also when a piece ended within it.
 TEST(Reader, LongRepeatedKeysInPieces) {
   const std::string key = "k" + std::string(6000, 'x');
