@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json/tests/ReadSupport.h"
+
+namespace seedmote::json::test {
+namespace {
+
+// Long tokens in small pieces are taken up where they were left; the result must not differ.
+TEST(Pieces, LongStringsInPieces) {
+  const std::string ascii(9000, 'x');
+  std::string mixed;
+  for (int i = 0; i < 3000; ++i) mixed += "a\u00e9\U0001D11E\\n\\ud834\\udd1e";
+  const std::vector<std::string> texts = {
+      "[\"" + ascii + "\"]",         "[\"" + mixed + "\"]",
+      "[\"" + ascii + "\xE2\x82\"]", "[\"" + mixed + "\xFFzzzzz\\n\"]",
+      "[\"" + mixed + "\\ud834\"]",  "[\"" + ascii + "\\x\"]",
+      "[\"" + ascii + "\xE2\x28zz",  "{\"" + mixed + "\":[\"" + ascii + "\"]}"};
+  for (const std::string& text : texts) {
+    const std::string expected = readWhole(text);
+    for (const std::size_t size : {1, 2, 3, 7, 64, 1024, 4097}) {
+      if (size == 1 && text.size() > 20000) continue;
+      std::vector<std::string_view> pieces;
+      for (std::size_t at = 0; at < text.size(); at += size) {
+        pieces.push_back(std::string_view(text).substr(at, size));
+      }
+      ASSERT_EQ(readPieces(pieces), expected) << text.substr(0, 20) << " in pieces of " << size;
+    }
+  }
+}
+
+TEST(Pieces, LongNumbersInPieces) {
+  const std::string digits(5000, '7');
+  for (const std::string& number : {digits, "-" + digits, "0." + digits + "e" + digits, "1e-" + digits + "3",
+                                    digits + "." + digits + "E+", digits + ".e5", digits + ".5.5",
+                                    digits + "-", digits + "e+-5", "[" + digits + "]"}) {
+    const std::string text = "{\"a\":" + number + ",\"b\":[\"text\",1,true]}";
+    const std::string expected = readWhole(text);
+    for (const std::size_t size : {1, 3, 1024, 4097}) {
+      std::vector<std::string_view> pieces;
+      for (std::size_t at = 0; at < text.size(); at += size) {
+        pieces.push_back(std::string_view(text).substr(at, size));
+      }
+      EXPECT_TRUE(readPieces(pieces) == expected) << number.substr(0, 8) << " in pieces of " << size;
+    }
+    for (std::size_t cut = text.size() - 5100; cut < text.size() - 4900; ++cut) {
+      const std::string_view view = text;
+      EXPECT_TRUE(readPieces({view.substr(0, cut), view.substr(cut)}) == expected) << "cut at " << cut;
+    }
+  }
+  // Would take minutes if each piece had the number read from its start.
+  const std::string text = "[" + std::string(1000000, '7') + "]";
+  std::vector<std::string_view> pieces;
+  for (std::size_t at = 0; at < text.size(); ++at) pieces.push_back(std::string_view(text).substr(at, 1));
+  EXPECT_TRUE(readPieces(pieces) == readWhole(text));
+}
+
+// The key of the dictionary before is taken without scanning, also when a piece ended within it.
+TEST(Pieces, LongRepeatedKeysInPieces) {
+  const std::string key = "k" + std::string(6000, 'x');
+  const std::string escaped = "\\u006b" + key.substr(1);
+  const std::string other = key.substr(0, 5500) + "y" + key.substr(5501);
+  const std::string shorter = key.substr(0, 4200);
+  const std::string first = "[{\"" + key + "\":\"one\",\"n\":1},{";
+  for (const std::string& second : {key, escaped, other, shorter}) {
+    const std::string text = first + "\"" + second + "\":\"two\",\"n\":2},{\"" + key + "\":\"three\"}]";
+    const std::string expected = readWhole(text);
+    ASSERT_NE(expected[0], '!');
+    const std::string_view view = text;
+    const std::size_t start = first.size();
+    const std::size_t behind = start + second.size() + 2;
+    for (const std::size_t cut : {start, start + 1, start + 4096, start + 4097, start + 4098, start + 4200,
+                                  start + 5000, behind - 2, behind - 1, behind, behind + 1, behind + 3,
+                                  behind + 6, text.size() - 5000, text.size() - 12, text.size() - 3}) {
+      // Not EXPECT_EQ: it would print tens of thousands of bytes.
+      EXPECT_TRUE(readPieces({view.substr(0, cut), view.substr(cut)}) == expected) << "cut at " << cut;
+      EXPECT_TRUE(readPieces({view.substr(0, cut), view.substr(cut, 1), view.substr(cut + 1)}) == expected)
+          << "cut before and behind byte " << cut;
+    }
+  }
+}
+
+// Whatever a text is made of, cutting it changes nothing; and what is read twice is the same.
+TEST(Pieces, DamagedTextsInPieces) {
+  const std::string good =
+      R"({"arguments":{"torrents":[{"id":1,"name":"caf\u00e9 \ud834\udd1e","percentDone":0.4000,"done":true},)"
+      "{\"id\":-20,\"name\":\"\u00e9\u20ac\U0001D11E plain text that fills more than sixteen "
+      "bytes\",\"percentDone\":1e-3,"
+      R"("done":null}, {"id":12345678901234567890,"name":"","percentDone":[{},[]],"more":false}]},"id":"x"} )";
+  ASSERT_NE(readWhole(good)[0], '!');
+  std::mt19937 random(7);
+  const std::string_view pool = "{}[],:\"\\u0019+-.eEtfn \n\x80\xC3\xE2\xFF\x01";
+  for (int round = 0; round < 4000; ++round) {
+    std::string text = good;
+    for (std::size_t damage = 1 + random() % 2; damage > 0; --damage) {
+      const std::size_t at = random() % text.size();
+      if (random() % 3 == 0) {
+        text.erase(at, 1 + random() % 4);
+      } else {
+        text[at] = pool[random() % pool.size()];
+      }
+    }
+    const std::string expected = readWhole(text);
+    const std::string_view view = text;
+    const std::size_t first = random() % text.size();
+    const std::size_t second = first + random() % (text.size() - first);
+    ASSERT_EQ(readPieces({view.substr(0, first), view.substr(first, second - first), view.substr(second)}),
+              expected)
+        << text << " cut at " << first << " and " << second;
+  }
+}
+
+}  // namespace
+}  // namespace seedmote::json::test
