@@ -56,7 +56,9 @@ Item {
         topMargin: root.table.insetTop
         bottomMargin: root.table.insetBottom
         onDragStarted: root.table.beginDragging()
-        onDragEnded: root.table.endDragging(flickable.flicking)
+        // A pulled content glides back; a flick starts right after the end of its drag.
+        onDragEnded: root.table.endDragging(flickable.verticalOvershoot !== 0)
+        onFlickStarted: root.table.beginDecelerating()
 
         Item {
             id: header

@@ -139,6 +139,7 @@ void TableRows::placeRows() {
 }
 
 // Touches. The surroundings take a touch over when it becomes a drag or a swipe; then it is cancelled here.
+// A touch ends at the cell where it began, also when the row has left the screen meanwhile.
 
 int TableRows::rowAt(const QPointF& position) const {
   return table_ && position.x() >= 0 && position.x() < width() ? table_->rowAt(contentY_ + position.y()) : -1;
@@ -150,7 +151,8 @@ void TableRows::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     return;
   }
-  table_->touchRow(pressedRow_, &TableViewCell::touchesBegan);
+  pressedCell_ = table_->visibleCell(pressedRow_);
+  table_->touchCell(pressedCell_, &TableViewCell::touchesBegan);
 }
 
 void TableRows::mouseReleaseEvent(QMouseEvent* event) {
@@ -166,9 +168,11 @@ void TableRows::mouseUngrabEvent() {
 }
 
 void TableRows::endTouch(void (TableViewCell::*touch)()) {
-  const int row = std::exchange(pressedRow_, -1);
-  if (row >= 0 && table_) {
-    table_->touchRow(row, touch);
+  TableViewCell* const cell = pressedCell_;
+  pressedCell_.clear();
+  pressedRow_ = -1;
+  if (table_) {
+    table_->touchCell(cell, touch);
   }
 }
 

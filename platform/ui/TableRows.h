@@ -59,6 +59,7 @@ class TableRows : public QQuickItem {
   qreal contentY_ = 0;
   std::unordered_map<TableViewCell*, Shown> delegates_;
   int pressedRow_ = -1;
+  QPointer<TableViewCell> pressedCell_;
 };
 
 }  // namespace seedmote::platform

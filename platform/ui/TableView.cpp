@@ -92,14 +92,31 @@ TableLayout::Range TableView::wantedRange() const {
   return layout_.shownBetween(top - margin, top + viewportHeight_ + margin);
 }
 
+// A flick goes on while the main thread waits, so its rows are built then too.
 void TableView::wantLiveRows() {
-  if (!livePosted_ && wantedRange() != liveRange_) {
-    livePosted_ = true;
-    enterLater("table rows", &TableView::updateLiveRows);
+  if (livePosted_ || wantedRange() == liveRange_) {
+    return;
   }
+  livePosted_ = true;
+  services().main.post(
+      [table = QPointer<TableView>(this)] {
+        if (table) {
+          services().main.guard("table rows", [&] { table->updateLiveRows(); });
+        }
+      },
+      MainThread::Lane::overlay);
+}
+
+bool TableView::canBuildRowsNow() const {
+  // In a callback the data source itself waits, in the middle of a row.
+  return !services().main.isWaiting() ||
+         (!inCallback_ && (source_ == nullptr || source_->canBuildRowsWhileWaiting()));
 }
 
 void TableView::updateLiveRows() {
+  if (!canBuildRowsNow()) {
+    return enterLater("table rows", &TableView::updateLiveRows);
+  }
   livePosted_ = false;
   const TableLayout::Range range = wantedRange();
   if (range != liveRange_) {
@@ -192,8 +209,7 @@ void TableView::carryOutTap(int row, std::int64_t token) {
   source_->didSelectRowAtIndexPath(row);
 }
 
-void TableView::touchRow(int row, void (TableViewCell::*touch)()) {
-  TableViewCell* cell = visibleCell(row);
+void TableView::touchCell(TableViewCell* cell, void (TableViewCell::*touch)()) {
   if (cell == nullptr) {
     return;
   }

@@ -112,10 +112,13 @@ class TableView : public QObject {
 
   // From the layout. What they report to the data source goes through the main thread's gate.
   void setViewport(double offset, double height);
-  void touchRow(int row, void (TableViewCell::*touch)());
+  void touchCell(TableViewCell* cell, void (TableViewCell::*touch)());
   Q_INVOKABLE void tapRow(int row);
   Q_INVOKABLE void beginDragging();
+  // `willDecelerate`: the content goes on moving. A flick that starts with the end of the drag says so after
+  // it, by beginDecelerating().
   Q_INVOKABLE void endDragging(bool willDecelerate);
+  Q_INVOKABLE void beginDecelerating();
   Q_INVOKABLE void scrollByRows(int rows);
   Q_INVOKABLE void scrollByPages(int pages);
   Q_INVOKABLE void scrollToEnd(bool bottom);
@@ -153,6 +156,7 @@ class TableView : public QObject {
 
   TableLayout::Range wantedRange() const;
   void wantLiveRows();
+  bool canBuildRowsNow() const;
   void updateLiveRows();
   void rebuildLiveRows();
   void fillRange(TableLayout::Range range);

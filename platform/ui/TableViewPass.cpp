@@ -61,7 +61,9 @@ std::unique_ptr<TablePass> TableView::beginPass() {
   passWanted_ = false;
   if (source_ != nullptr) {
     inCallback_ = true;
-    services().main.guard("table row count", [&] { pass->count = source_->numberOfRowsInSection(0); });
+    services().main.guard("table row count", [&] {
+      pass->count = source_->numberOfSectionsInTableView() > 0 ? source_->numberOfRowsInSection(0) : 0;
+    });
     inCallback_ = false;
   }
   pass->layout.clear(pass->count);

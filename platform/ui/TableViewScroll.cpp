@@ -29,6 +29,7 @@ void TableView::setContentInset(double top, double bottom) {
   if (insetTop_ != top || insetBottom_ != bottom) {
     insetTop_ = top;
     insetBottom_ = bottom;
+    wantLiveRows();
     Q_EMIT contentInsetChanged();
   }
 }
@@ -94,6 +95,13 @@ void TableView::beginDragging() {
 void TableView::endDragging(bool willDecelerate) {
   dragging_ = false;
   addNotice({ScrollNotice::Kind::end, offset_, willDecelerate});
+}
+
+// The end of the drag is told a moment earlier, in the same delivery of the touch, so it still waits.
+void TableView::beginDecelerating() {
+  if (!notices_.empty() && notices_.back().kind == ScrollNotice::Kind::end) {
+    notices_.back().willDecelerate = true;
+  }
 }
 
 // Scroll notices that wait are one: the data source hears the latest offset, and each begin and end in

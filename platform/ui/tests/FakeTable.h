@@ -53,17 +53,22 @@ class FakeController : public QObject, public TableViewDataSource {
   double heightForRowAtIndexPath(int row) override;
   TableViewCell* cellForRowAtIndexPath(int row) override;
   std::int64_t rowToken(int row) override { return tokenOf(row); }
+  bool canBuildRowsWhileWaiting() const override { return readyWhileWaiting; }
   void didSelectRowAtIndexPath(int row) override { note("select", row); }
   void didDeselectRowAtIndexPath(int row) override { note("deselect", row); }
   void scrollViewWillBeginDragging(double offset) override { note("begin", offset); }
   void scrollViewDidScroll(double offset) override { offsets.push_back(offset); }
-  void scrollViewDidEndDragging(double offset, bool) override { note("end", offset); }
+  void scrollViewDidEndDragging(double offset, bool willDecelerate) override {
+    note("end", offset);
+    decelerates.push_back(willDecelerate);
+  }
 
   void note(const char* what, double value) {
     notes.push_back(std::string(what) + " " + std::to_string(int(value)));
   }
 
   int rows = 0;
+  bool readyWhileWaiting = true;
   std::function<double(int)> heightOf = [](int) { return 50.0; };
   std::function<std::int64_t(int)> tokenOf = [](int row) { return 1000 + row; };
   int counted = 0;
@@ -71,6 +76,7 @@ class FakeController : public QObject, public TableViewDataSource {
   int built = 0;
   std::vector<std::string> notes;
   std::vector<double> offsets;
+  std::vector<bool> decelerates;  // for each end of a drag
   TableView table;
 };
 

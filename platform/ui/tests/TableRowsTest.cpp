@@ -6,6 +6,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QtTest/QTest>
+#include <future>
 #include <stdexcept>
 
 #include "FakeTable.h"
@@ -50,9 +51,49 @@ class TableRowsTest : public testing::Test {
     return found;
   }
 
+  QQuickItem* rowItem(int row) const {
+    for (QQuickItem* item : visibleRows()) {
+      if (item->property("cell").value<TableViewCell*>()->row() == row) {
+        return item;
+      }
+    }
+    return nullptr;
+  }
+
+  // The rows inside the viewport that nothing shows.
+  int gaps() const {
+    int found = 0;
+    for (int y = 0; y < 300; y += 50) {
+      found += rowItem(controller.table.rowAt(contentY() + y)) == nullptr ? 1 : 0;
+    }
+    return found;
+  }
+
+  // From the job of a wait: runs `work` on the main thread, behind what runs there during waits.
+  void duringWait(const std::function<void()>& work) {
+    std::promise<void> done;
+    services.main.post(
+        [&] {
+          work();
+          done.set_value();
+        },
+        MainThread::Lane::overlay);
+    done.get_future().wait();
+  }
+
   FakeCell* cell(int row) const { return static_cast<FakeCell*>(controller.table.visibleCell(row)); }
 
   void settle() { services.settle(controller.table); }
+
+  // Moves the finger, already down, from one height to another. Leaves the finger down.
+  void drag(QPointingDevice* finger, int from, int to) {
+    const int step = to > from ? 20 : -20;
+    for (int y = from; y != to + step; y += step) {
+      QTest::touchEvent(&window, finger).move(0, {100, y}, &window);
+      QTest::qWait(5);      // a drag takes time, else it has no speed
+      window.grabWindow();  // and touches are delivered with the frames
+    }
+  }
 
   TableServices services;
   QQmlEngine engine;
@@ -110,11 +151,7 @@ TEST_F(TableRowsTest, TapsReachTheRowUnderTheFinger) {
 TEST_F(TableRowsTest, ADragScrollsAndCancelsTheTouch) {
   std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
   QTest::touchEvent(&window, finger.get()).press(0, {100, 60}, &window);
-  for (int y = 70; y <= 250; y += 20) {
-    QTest::touchEvent(&window, finger.get()).move(0, {100, y}, &window);
-    QTest::qWait(5);      // a drag takes time, else it has no speed
-    window.grabWindow();  // and touches are delivered with the frames
-  }
+  drag(finger.get(), 70, 250);
   settle();
   EXPECT_LT(contentY(), -50);
   EXPECT_TRUE(controller.table.isDragging());
@@ -127,6 +164,54 @@ TEST_F(TableRowsTest, ADragScrollsAndCancelsTheTouch) {
   ASSERT_EQ(controller.notes.size(), 2u);
   EXPECT_EQ(controller.notes[0].substr(0, 5), "begin");
   EXPECT_EQ(controller.notes[1], "end " + std::to_string(pulled));
+}
+
+TEST_F(TableRowsTest, TheEndOfADragSaysWhetherTheContentMovesOn) {
+  std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+  const auto dragAndRelease = [&](int from, int to, int restMilliseconds) {
+    QTest::touchEvent(&window, finger.get()).press(0, {100, from}, &window);
+    drag(finger.get(), from, to);
+    QTest::qWait(restMilliseconds);
+    QTest::touchEvent(&window, finger.get()).release(0, {100, to}, &window);
+    settle();
+  };
+  const auto stands = [&] { return !flickable->property("moving").toBool(); };
+  dragAndRelease(250, 50, 0);
+  EXPECT_THAT(controller.decelerates, ElementsAre(true)) << "a flick";
+  flickable->setProperty("contentY", 5000);
+  ASSERT_TRUE(QTest::qWaitFor(stands));
+
+  controller.decelerates.clear();
+  dragAndRelease(250, 50, 150);
+  EXPECT_THAT(controller.decelerates, ElementsAre(false)) << "the finger rested before it left";
+  ASSERT_TRUE(QTest::qWaitFor(stands));
+
+  flickable->setProperty("contentY", 0);
+  controller.decelerates.clear();
+  dragAndRelease(50, 250, 150);
+  EXPECT_THAT(controller.decelerates, ElementsAre(true)) << "a pulled content glides back";
+}
+
+TEST_F(TableRowsTest, ATouchEndsAtItsCellAlsoWhenTheRowHasGone) {
+  for (const char* end : {"ended", "cancelled"}) {
+    FakeCell* const touched = cell(2);
+    ASSERT_NE(touched, nullptr);
+    touched->touches.clear();
+    QTest::mousePress(&window, Qt::LeftButton, {}, {100, 125});
+    controller.heightOf = [](int) { return 0.0; };
+    controller.table.reload();
+    settle();
+    if (end == std::string("cancelled")) {
+      rows->ungrabMouse();
+    }
+    QTest::mouseRelease(&window, Qt::LeftButton, {}, {100, 125});
+    settle();
+    EXPECT_THAT(touched->touches, ElementsAre("began", end));
+    EXPECT_THAT(controller.notes, testing::IsEmpty());
+    controller.heightOf = [](int) { return 50.0; };
+    controller.table.reload();
+    settle();
+  }
 }
 
 TEST_F(TableRowsTest, KeysAndWheelScroll) {
@@ -151,17 +236,36 @@ TEST_F(TableRowsTest, AssistiveTechnologyReadsAndPressesRows) {
   ASSERT_NE(list, nullptr);
   EXPECT_EQ(list->role(), QAccessible::List);
   EXPECT_EQ(list->text(QAccessible::Name), QStringLiteral("Torrents"));
-  QQuickItem* third = nullptr;
-  for (QQuickItem* item : visibleRows()) {
-    third = item->property("cell").value<TableViewCell*>()->row() == 3 ? item : third;
-  }
-  QAccessibleInterface* row = QAccessible::queryAccessibleInterface(third);
+  QAccessibleInterface* row = QAccessible::queryAccessibleInterface(rowItem(3));
   ASSERT_NE(row, nullptr);
   EXPECT_EQ(row->role(), QAccessible::ListItem);
   EXPECT_EQ(row->text(QAccessible::Name), QStringLiteral("torrent 1003"));
   row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   settle();
   EXPECT_THAT(controller.notes, ElementsAre("select 3"));
+
+  // While the main thread waits a press waits too, and is dropped when the row shows something else then.
+  controller.notes.clear();
+  QAccessibleInterface* other = QAccessible::queryAccessibleInterface(rowItem(2));
+  services.main.wait([&] {
+    duringWait([&] {
+      row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+      other->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    });
+    EXPECT_THAT(controller.notes, testing::IsEmpty());
+    controller.tokenOf = [](int asked) { return asked == 2 ? 7 : 1000 + asked; };
+  });
+  settle();
+  EXPECT_THAT(controller.notes, ElementsAre("select 3"));
+}
+
+TEST_F(TableRowsTest, AFlickThatGoesOnWhileTheMainThreadWaitsShowsItsRows) {
+  services.main.wait([&] {
+    for (int step = 1; step <= 10; ++step) {
+      duringWait([&] { flickable->setProperty("contentY", 400 * step); });
+      duringWait([&] { EXPECT_EQ(gaps(), 0) << step; });
+    }
+  });
 }
 
 TEST(LayoutLoaderTest, JoinsControllerIdiomAndFile) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QSignalSpy>
+#include <future>
 #include <limits>
 #include <stdexcept>
 
@@ -190,6 +191,7 @@ TEST_F(TableViewTest, AWaitingTapIsDroppedWhenTheRowShowsSomethingElse) {
 TEST_F(TableViewTest, NothingIsAskedOfTheScreenWhileTheMainThreadWaits) {
   show(100);
   controller.built = 0;
+  controller.readyWhileWaiting = false;
   services.main.wait([&] {
     QMetaObject::invokeMethod(
         &controller,
@@ -206,6 +208,39 @@ TEST_F(TableViewTest, NothingIsAskedOfTheScreenWhileTheMainThreadWaits) {
   settle();
   EXPECT_EQ(liveRows().front(), 35);
   EXPECT_THAT(controller.notes, ElementsAre("select 1"));
+}
+
+TEST_F(TableViewTest, ARowThatWaitsIsNotBuiltIntoByOthers) {
+  show(100);
+  controller.tokenOf = [&](int row) {
+    if (row == 40 && !services.main.isWaiting()) {
+      services.main.wait([&] {
+        std::promise<void> scrolled;
+        services.main.post([&] { table.setViewport(3000, 500); }, MainThread::Lane::overlay);
+        services.main.post([] {}, MainThread::Lane::overlay);
+        services.main.post([&] { scrolled.set_value(); }, MainThread::Lane::overlay);
+        scrolled.get_future().wait();
+      });
+    }
+    return 1000 + row;
+  };
+  table.setViewport(2000, 500);
+  settle();
+  EXPECT_EQ(liveRows().front(), 55);
+  EXPECT_EQ(liveRows().size(), 20u);
+  for (const TableView::LiveRow& live : table.liveRows()) {
+    EXPECT_EQ(static_cast<FakeCell*>(live.cell)->title, QStringLiteral("torrent %1").arg(1000 + live.row));
+  }
+}
+
+TEST_F(TableViewTest, AnInsetBringsTheRowsThatItUncovers) {
+  show(100);
+  table.setViewport(5300, 500);  // pulled beyond the end
+  settle();
+  EXPECT_EQ(liveRows().front(), 85);
+  table.setContentInset(0, 300);
+  settle();
+  EXPECT_EQ(liveRows().front(), 91);
 }
 
 TEST_F(TableViewTest, ScrollsToRowsWithinTheInsets) {
