@@ -31,6 +31,10 @@ QString fromUtf8(const std::string& text) {
   return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
+QColor toQColor(const Color& color) {
+  return QColor::fromRgbF(color.red, color.green, color.blue, color.alpha);
+}
+
 template <class Make>
 const QString& once(std::optional<QString>& text, Make make) {
   if (!text) {
@@ -54,6 +58,7 @@ void RVTorrentListCell::fill(json::ValueRef torrent, int status) {
   rateDownloadInSingle_ = torrent["rateDownload"].floatValue();
   rateUpload_ = torrent["rateUpload"].longLongValue();
   torrentidx_ = torrent["id"].exactInteger().value_or(kNoTorrent);
+  backgroundColor_ = toQColor(RVRes::getColor(32));
   setProcessDownload(percentDone_);
   status_ = status;
   setTorrentStatus(status);
@@ -134,6 +139,11 @@ QString RVTorrentListCell::labelETA() const {
 
 QUrl RVTorrentListCell::imageStatus() const {
   return QUrl(fromUtf8(RVRes::getImage(statusID_).url()));
+}
+
+QColor RVTorrentListCell::imageFill() const {
+  const std::optional<Color> fill = RVRes::getImage(statusID_).fill;
+  return fill ? toQColor(*fill) : QColor(Qt::transparent);
 }
 
 QString RVTorrentListCell::accessibleDescription() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
 #include <QUrl>
 #include <QtQmlIntegration>
@@ -24,6 +25,8 @@ class RVTorrentListCell : public platform::TableViewCell {
   Q_PROPERTY(QString labelETA READ labelETA NOTIFY filled)
   Q_PROPERTY(float processDownload READ processDownload NOTIFY filled)
   Q_PROPERTY(QUrl imageStatus READ imageStatus NOTIFY filled)
+  Q_PROPERTY(QColor imageFill READ imageFill NOTIFY filled)
+  Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY filled)
   Q_PROPERTY(int statusID READ statusID NOTIFY filled)
   Q_PROPERTY(bool contentHidden READ isContentHidden NOTIFY filled)
   Q_PROPERTY(bool shaking READ isShaking NOTIFY selectedChanged)
@@ -36,8 +39,8 @@ class RVTorrentListCell : public platform::TableViewCell {
 
   RVTorrentListCell() : TableViewCell(kIdentifier) {}
 
-  // The fields of the torrent, in this order: texts, id, progress, status (in the numbering of RPC version
-  // 14 and later). A field that is missing counts as 0 or "".
+  // The fields of the torrent, in this order: texts, id, colours, progress, status (in the numbering of RPC
+  // version 14 and later). A field that is missing counts as 0 or "".
   void fill(json::ValueRef torrent, int status);
 
   // Sets the list state and with it the icon. A stopped torrent's state depends on the progress, so that
@@ -58,8 +61,12 @@ class RVTorrentListCell : public platform::TableViewCell {
   QString labelSpeedInformation() const;
   QString labelETA() const;
   float processDownload() const { return progress_; }
-  // The state's icon; empty where that is blank.
+  // The state's icon; empty where that is blank: then imageFill() fills its place.
   QUrl imageStatus() const;
+  // Transparent where the icon is a picture.
+  QColor imageFill() const;
+  // Of the cell's content view and of the background view behind it; transparent before the first filling.
+  QColor backgroundColor() const { return backgroundColor_; }
   // A list state: 2 paused, 3 downloading, 4 finished, 5 seeding, 6 verifying, 7 waiting.
   int statusID() const { return statusID_; }
   // The torrent's id; kNoTorrent when the daemon sent none that is exactly an integer.
@@ -102,6 +109,7 @@ class RVTorrentListCell : public platform::TableViewCell {
   int statusID_ = 0;
   float progress_ = 0;
   std::int64_t torrentidx_ = kNoTorrent;
+  QColor backgroundColor_ = Qt::transparent;
   bool hidden_ = false;
   bool shaking_ = false;
   mutable Texts texts_;

@@ -7,6 +7,11 @@ TableRow {
 
     readonly property RVTorrentListCell torrent: row.cell as RVTorrentListCell
 
+    Rectangle {
+        anchors.fill: parent
+        color: row.torrent.backgroundColor
+    }
+
     Item {
         id: content
 

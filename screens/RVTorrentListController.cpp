@@ -65,6 +65,7 @@ void RVTorrentListController::viewDidLoad() {
 }
 
 void RVTorrentListController::doInit() {
+  configureView();
   const Color background = RVRes::getColor(32);
   table_.setBackgroundColor(QColor::fromRgbF(background.red, background.green, background.blue));
   services().defaults.setObject("ServerChanged", "NO");
@@ -72,6 +73,19 @@ void RVTorrentListController::doInit() {
   filterID_ = kAllStates;
   table_.reload();
   updateEmptyState();
+}
+
+void RVTorrentListController::configureView() {
+  if (detailItem_) {
+    detailDescriptionLabel_ = *detailItem_;
+  }
+}
+
+bool RVTorrentListController::shouldAutorotateToInterfaceOrientation(int orientation) const {
+  if (services().device.userInterfaceIdiom() == platform::Idiom::tablet) {
+    return orientation == landscapeRight || orientation == landscapeLeft;
+  }
+  return orientation == portrait || orientation == portraitUpsideDown;
 }
 
 void RVTorrentListController::updateTorrentList() {
@@ -132,6 +146,10 @@ RVTorrentListCell* RVTorrentListController::reusableCell() {
     cell = table_.addCell(std::make_unique<RVTorrentListCell>());
   }
   return static_cast<RVTorrentListCell*>(cell);
+}
+
+bool RVTorrentListController::canBuildRowsWhileWaiting() const {
+  return RVTrans::isConnected();
 }
 
 double RVTorrentListController::heightForRowAtIndexPath(int row) {

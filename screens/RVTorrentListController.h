@@ -4,6 +4,8 @@
 #include <QString>
 #include <QtQmlIntegration>
 #include <cstdint>
+#include <optional>
+#include <utility>
 
 #include "json/Value.h"
 #include "platform/core/Device.h"
@@ -48,12 +50,26 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   // True while the overlay speaks: two texts above each other can't be read.
   bool isMessageShown() const;
 
+  // The ways an interface can stand, by their numbers on a phone's system.
+  enum InterfaceOrientation { portrait = 1, portraitUpsideDown = 2, landscapeRight = 3, landscapeLeft = 4 };
+  // Upright on a phone, on its side on a tablet.
+  bool shouldAutorotateToInterfaceOrientation(int orientation) const;
+
+  // An item that the list may stand for; none unless one is set.
+  void setDetailItem(std::optional<QString> description) { detailItem_ = std::move(description); }
+  // Shows the item's description, when there is an item, in the label.
+  void configureView();
+  QString detailDescriptionLabel() const { return detailDescriptionLabel_; }
+
+  int numberOfSectionsInTableView() override { return 1; }
   int numberOfRowsInSection(int section) override;
   double heightForRowAtIndexPath(int row) override;
   // Null for a row beyond the end of the list.
   RVTorrentListCell* cellForRowAtIndexPath(int row) override;
   // The torrent's id.
   std::int64_t rowToken(int row) override;
+  // An unconnected client would begin to connect.
+  bool canBuildRowsWhileWaiting() const override;
   // A toggle: a tap on the selected torrent deselects it.
   void didSelectRowAtIndexPath(int row) override;
   void didDeselectRowAtIndexPath(int row) override;
@@ -77,6 +93,8 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   // The torrent whose row was tapped last; its icon shakes as long as it is the client's selection.
   std::int64_t tappedTorrent_ = RVTorrentListCell::kNoTorrent;
   QString emptyState_;
+  std::optional<QString> detailItem_;
+  QString detailDescriptionLabel_;
 };
 
 }  // namespace seedmote

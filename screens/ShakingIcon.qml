@@ -1,18 +1,23 @@
 import QtQuick
+import Seedmote.Platform
 import Seedmote.Screens
 
 // A torrent's state; shakes while the torrent is selected.
-Image {
+SharpImage {
     id: icon
 
     required property RVTorrentListCell torrent
 
     property real angle
 
-    source: icon.torrent.imageStatus
+    picture: icon.torrent.imageStatus
     fillMode: Image.PreserveAspectFit
-    smooth: true
     rotation: icon.torrent.shaking ? icon.angle : 0
+
+    Rectangle {
+        anchors.fill: parent
+        color: icon.torrent.imageFill
+    }
 
     SequentialAnimation on angle {
         running: icon.torrent.shaking && icon.visible

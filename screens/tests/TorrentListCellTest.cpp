@@ -98,6 +98,7 @@ TEST(TorrentListCellTest, StatesAndTheirIcons) {
   };
   RVTorrentListCell cell;
   EXPECT_TRUE(cell.imageStatus().isEmpty());
+  EXPECT_EQ(cell.imageFill(), QColor(250, 250, 250));
   for (const Case& wanted :
        {Case{0, "1", 4, "finished"}, Case{0, "0.999", 2, "pause"}, Case{0, "7", 4, "finished"},
         Case{1, "1", 7, "waiting"}, Case{2, "1", 6, "verifying"}, Case{3, "0", 7, "waiting"},
@@ -107,6 +108,7 @@ TEST(TorrentListCellTest, StatesAndTheirIcons) {
     EXPECT_EQ(cell.statusID(), wanted.statusID) << wanted.status;
     EXPECT_TRUE(cell.imageStatus().toString().endsWith(
         QStringLiteral("ios7_%1.png").arg(QLatin1String(wanted.icon))));
+    EXPECT_EQ(cell.imageFill().alpha(), 0);
   }
   fill(cell, R"({"percentDone":-1})", 0);
   EXPECT_EQ(cell.processDownload(), 0.0F);

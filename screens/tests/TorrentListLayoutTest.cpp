@@ -27,12 +27,27 @@ class TorrentListLayout : public ListFixture {
 
   void showWindow(int width, int height) {
     window.resize(width, height);
-    QQuickItem* list = loader.load(LayoutLoader::layoutName("RVTorrentListController", idiom_), *controller,
-                                   window.contentItem());
+    list = loader.load(LayoutLoader::layoutName("RVTorrentListController", idiom_), *controller,
+                       window.contentItem());
     list->setSize({double(width), double(height)});
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     settle();
+  }
+
+  QQuickItem* iconOf(std::int64_t id) {
+    for (QQuickItem* item : window.contentItem()->findChildren<QQuickItem*>()) {
+      const auto* torrent = item->property("torrent").value<RVTorrentListCell*>();
+      if (item->inherits("QQuickImage") && torrent != nullptr && torrent->torrentidx() == id) {
+        return item;
+      }
+    }
+    return nullptr;
+  }
+
+  // The colour of the window at a place of an item.
+  QColor colorAt(QQuickItem* item, QPointF place) {
+    return window.grabWindow().pixelColor(item->mapToScene(place).toPoint());
   }
 
   // With a folder in SEEDMOTE_PICTURES the scene is kept there for a look.
@@ -81,6 +96,7 @@ class TorrentListLayout : public ListFixture {
   QQmlEngine engine;
   LayoutLoader loader{engine};
   QQuickWindow window;
+  QQuickItem* list = nullptr;
 };
 
 class TabletLayoutTest : public TorrentListLayout {
@@ -128,13 +144,7 @@ TEST_F(TabletLayoutTest, ATapSelectsAndTheIconShakes) {
   EXPECT_EQ(RVTrans::getTorrentSelection(), 2);
   EXPECT_EQ(lines.count("touch begin"), 1);
   EXPECT_EQ(lines.count("touch end"), 1);
-  QQuickItem* icon = nullptr;
-  for (QQuickItem* item : window.contentItem()->findChildren<QQuickItem*>()) {
-    const auto* torrent = item->property("torrent").value<RVTorrentListCell*>();
-    if (item->inherits("QQuickImage") && torrent != nullptr && torrent->torrentidx() == 2) {
-      icon = item;
-    }
-  }
+  QQuickItem* icon = iconOf(2);
   ASSERT_NE(icon, nullptr);
   EXPECT_TRUE(QTest::qWaitFor([&] { return icon->rotation() > 1; }));
   EXPECT_TRUE(QTest::qWaitFor([&] { return icon->rotation() < -1; }));
@@ -142,6 +152,34 @@ TEST_F(TabletLayoutTest, ATapSelectsAndTheIconShakes) {
   QTest::mouseClick(&window, Qt::LeftButton, {}, {300, 78 + 40});
   settle();
   EXPECT_EQ(icon->rotation(), 0);
+}
+
+TEST_F(TabletLayoutTest, IconsAreDrawnForTheScaleOfTheWindow) {
+  torrents = kTorrents;
+  show();
+  showWindow(660, 600);
+  list->setTransformOrigin(QQuickItem::TopLeft);
+  QObject::connect(window.contentItem(), &QQuickItem::widthChanged,
+                   [&] { list->setScale(window.width() / 660.0); });
+  for (const auto& [scale, drawing] : std::vector<std::pair<double, const char*>>{
+           {1, "ios7_upload.png"}, {1.5, "@2x.png"}, {2, "@2x.png"}, {2.5, "@3x.png"}, {3, "@3x.png"}}) {
+    window.resize(static_cast<int>(660 * scale), static_cast<int>(600 * scale));
+    EXPECT_TRUE(QTest::qWaitFor([&, end = QLatin1String(drawing)] {
+      return iconOf(1)->property("source").toString().endsWith(end);
+    })) << scale;
+    EXPECT_EQ(iconOf(1)->property("status").toInt(), 1) << "the drawing exists";
+    keepPicture(("scale" + std::to_string(scale) + ".png").c_str());
+  }
+}
+
+TEST_F(TabletLayoutTest, AnUnknownStateIsPlainGreyOnTheCellsColour) {
+  torrents = R"({"id":1,"name":"odd","status":99})";
+  show();
+  showWindow(660, 600);
+  controller->table()->setBackgroundColor(Qt::red);
+  EXPECT_EQ(colorAt(iconOf(1), {16, 16}), QColor(250, 250, 250));
+  EXPECT_EQ(colorAt(iconOf(1), {-5, 16}), QColor(240, 250, 254));
+  EXPECT_EQ(colorAt(iconOf(1), {-5, 78}), QColor(Qt::red)) << "beyond the row";
 }
 
 }  // namespace

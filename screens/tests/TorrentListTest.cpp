@@ -1,3 +1,5 @@
+#include <future>
+
 #include "ListFixture.h"
 
 namespace seedmote {
@@ -78,9 +80,46 @@ TEST_F(TorrentListTest, FilterCollapsesRowsOfOtherStates) {
   EXPECT_EQ(table().liveRows().size(), 5u);
 }
 
-TEST_F(PhoneListTest, RowsAreLower) {
+TEST_F(PhoneListTest, RowsAreLowerAndTheListStandsUpright) {
   show();
   EXPECT_EQ(table().contentHeight(), 4 * 54);
+  EXPECT_THAT(orientations(), ElementsAre(1, 2));
+}
+
+TEST_F(TorrentListTest, StandsOnItsSideAndShowsItsItem) {
+  EXPECT_THAT(orientations(), ElementsAre(3, 4));
+  controller->viewDidLoad();
+  EXPECT_EQ(controller->detailDescriptionLabel(), QString());
+  controller->setDetailItem(QStringLiteral("an item"));
+  controller->configureView();
+  EXPECT_EQ(controller->detailDescriptionLabel(), QStringLiteral("an item"));
+}
+
+// A flick goes on while the main thread waits.
+TEST_F(TorrentListTest, RowsThatComeIntoViewDuringAWaitSendNothing) {
+  for (int id = 100; id < 200; ++id) {
+    torrents += R"(,{"id":)" + std::to_string(id) + R"(,"name":"more","status":6})";
+  }
+  show();
+  const auto scrollDuringWait = [this](double offset) {
+    services.main.wait([&] {
+      std::promise<void> scrolled;
+      const auto lane = platform::MainThread::Lane::overlay;
+      services.main.post([&] { table().setViewport(offset, 600); }, lane);
+      services.main.post([&] { scrolled.set_value(); }, lane);
+      scrolled.get_future().wait();
+    });
+  };
+  const auto requests = services.scripted.requests().size();
+  scrollDuringWait(50 * 78);
+  ASSERT_NE(cell(50), nullptr);
+  EXPECT_EQ(cell(50)->torrentidx(), 146);
+
+  // A client that is not connected would begin to connect.
+  RVTrans::drop();
+  scrollDuringWait(0);
+  EXPECT_EQ(cell(0), nullptr);
+  EXPECT_EQ(services.scripted.requests().size(), requests);
 }
 
 TEST_F(TorrentListTest, TapsToggleTheSelection) {
