@@ -16,6 +16,42 @@ namespace seedmote {
 namespace {
 constexpr double kLookEvery = 0.25;  // seconds
 constexpr double kLimit = 60;
+
+// Names come from strangers: what would command the terminal, or turn the order of a line, is shown by its
+// number.
+bool isCommand(QChar character) {
+  switch (character.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+      return true;
+    default:
+      break;
+  }
+  const ushort code = character.unicode();
+  return (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069);  // text direction
+}
+
+std::string printable(const QString& text) {
+  QString shown;
+  for (const QChar character : text) {
+    if (isCommand(character)) {
+      shown += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+    } else {
+      shown += character;
+    }
+  }
+  return shown.toStdString();
+}
+
+// A sentence keeps its lines.
+std::string printableLines(const QString& text) {
+  std::string shown;
+  for (const QString& line : text.split(QLatin1Char('\n'))) {
+    shown += (shown.empty() ? "" : "\n") + printable(line);
+  }
+  return shown;
+}
 }  // namespace
 
 Snapshot::Snapshot(std::string file, QQuickWindow& window, RVTorrentListController& list)
@@ -31,7 +67,7 @@ void Snapshot::look() {
     return;
   }
   if (!RVTrans::isConnected()) {
-    end(kNoDaemon, list_.emptyState().toStdString());
+    end(kNoDaemon, printableLines(list_.emptyState()));
   } else if (standsStill()) {
     finish();
   }
@@ -55,14 +91,13 @@ bool Snapshot::standsStill() const {
 void Snapshot::printRows() const {
   for (const auto& row : list_.table()->liveRows()) {
     const auto* cell = qobject_cast<RVTorrentListCell*>(row.cell);
-    if (cell != nullptr) {
-      std::cout << cell->labelTorrnetName().toStdString() << "\n    "
-                << cell->labelBytesInformation().toStdString() << "\n    "
-                << cell->labelSpeedInformation().toStdString() << '\n';
+    if (cell != nullptr && list_.table()->isInView(row)) {
+      std::cout << printable(cell->labelTorrnetName()) << "\n    " << printable(cell->labelBytesInformation())
+                << "\n    " << printable(cell->labelSpeedInformation()) << '\n';
     }
   }
   if (list_.table()->isEmpty()) {
-    std::cout << list_.emptyState().toStdString() << '\n';
+    std::cout << printableLines(list_.emptyState()) << '\n';
   }
 }
 

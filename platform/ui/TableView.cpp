@@ -66,6 +66,10 @@ const TableView::LiveRow* TableView::findLive(int row) const {
   return place != live_.end() && place->row == row ? &*place : nullptr;
 }
 
+bool TableView::isInView(const LiveRow& live) const {
+  return live.top < offset_ + viewportHeight_ - insetBottom_ && live.top + live.height > offset_ + insetTop_;
+}
+
 int TableView::rowAt(double y) const {
   const TableLayout::Range range = layout_.shownBetween(y, std::nextafter(y, y + 1));
   return range.begin < range.end && y >= 0 ? layout_.row(range.begin) : -1;

@@ -90,6 +90,8 @@ class TableView : public QObject {
   std::size_t cellCount() const { return cells_.count(); }
   // The cell that shows the row now; null when the row has none.
   TableViewCell* visibleCell(int row) const;
+  // Whether a live row stands in the part of the viewport that the insets leave free.
+  bool isInView(const LiveRow& live) const;
   // The row at a height of the content; -1 when there is none.
   int rowAt(double y) const;
 

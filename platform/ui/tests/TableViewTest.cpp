@@ -233,6 +233,26 @@ TEST_F(TableViewTest, ARowThatWaitsIsNotBuiltIntoByOthers) {
   }
 }
 
+TEST_F(TableViewTest, LiveRowsReachBeyondWhatIsInView) {
+  show(100);
+  table.setContentInset(10, 34);
+  for (const auto& [offset, rows] :
+       std::vector<std::pair<double, std::vector<int>>>{{-10, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}},
+                                                        {2045, {41, 42, 43, 44, 45, 46, 47, 48, 49, 50}},
+                                                        {4534, {90, 91, 92, 93, 94, 95, 96, 97, 98, 99}}}) {
+    table.setViewport(offset, 500);
+    settle();
+    std::vector<int> inView;
+    for (const TableView::LiveRow& live : table.liveRows()) {
+      if (table.isInView(live)) {
+        inView.push_back(live.row);
+      }
+    }
+    EXPECT_EQ(inView, rows);
+    EXPECT_GT(table.liveRows().size(), rows.size());
+  }
+}
+
 TEST_F(TableViewTest, AnInsetBringsTheRowsThatItUncovers) {
   show(100);
   table.setViewport(5300, 500);  // pulled beyond the end
