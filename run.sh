@@ -129,6 +129,10 @@ store_settings() {
   [ -n "$folder" ] || folder=$(mktemp -d "${TMPDIR:-/tmp}/seedmote-run-XXXXXX") || exit 1
   export XDG_CONFIG_HOME=$folder/config XDG_STATE_HOME=$folder/state
   mkdir -m 700 "$XDG_CONFIG_HOME" "$XDG_STATE_HOME" || exit 1
+  if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # else Qt leaves one behind
+    export XDG_RUNTIME_DIR=$folder/runtime
+    mkdir -m 700 "$XDG_RUNTIME_DIR" || exit 1
+  fi
   local version
   version=$("$program" --version) || fail 1 "Seedmote does not start; see above"
   printf '%s\n' "$password" | "$program" --set "IP Address=$host" --set "Port=$port" --set "UseSSL=False" \
@@ -153,16 +157,27 @@ has_no_display() {
 
 # Seedmote itself gives up after 60 seconds. Its log would bury the list, and is shown only when there is none.
 save_picture() {
-  local picture=$started_in/seedmote.png
-  say "There is no display: Seedmote's window is saved as $picture, its list is printed here."
-  rm -f -- "$picture"
-  run_program timeout --kill-after=5 70 "$program" --snapshot "$picture" "$@" 2>"$folder/log"
+  local picture=${started_in%/}/seedmote.png
+  say "There is no display: Seedmote's window will be saved as $picture, its list printed here."
+  run_program timeout --kill-after=5 70 "$program" --snapshot "$folder/picture.png" "$@" 2>"$folder/log"
   local status=$?
-  [ $status = 0 ] || cat "$folder/log" >&2
   case $status in
-    0) [ -s "$picture" ] || fail 1 "Seedmote ended without saving its picture" ;;
-    124 | 137) fail 1 "no list came in time, and Seedmote did not end by itself" ;;
-    *) fail "$status" "Seedmote ended with status $status before it had saved its picture" ;;
+    0)
+      mv -f -- "$folder/picture.png" "$picture" || fail 1 "the picture could not be saved as $picture"
+      say "Saved $picture."
+      ;;
+    2 | 3 | 4) # said in one sentence, after the log or without any
+      grep '^seedmote: ' "$folder/log" >&2 || cat "$folder/log" >&2
+      exit "$status"
+      ;;
+    124 | 137)
+      cat "$folder/log" >&2
+      fail 1 "no list came in time, and Seedmote did not end by itself"
+      ;;
+    *)
+      cat "$folder/log" >&2
+      fail "$status" "Seedmote ended with status $status before it had saved its picture"
+      ;;
   esac
 }
 

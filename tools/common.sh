@@ -50,6 +50,7 @@ Run as root: apt-get install --no-install-recommends ${missing[*]}"
   "${admin[@]}" bash -s -- "${missing[@]}" <<'ADMIN' || fail 1 "the installation failed; see above"
 set -u
 export DEBIAN_FRONTEND=noninteractive
+exec >&2
 apt-get update </dev/null || echo "The lists of packages could not be brought up to date; going on." >&2
 
 # The daemon's package brings a service that starts by itself and listens on every address. Only its program

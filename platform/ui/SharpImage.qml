@@ -16,6 +16,6 @@ Image {
 
     readonly property string drawing: image.pixels > 2.01 ? "@3x.png" : image.pixels > 1.01 ? "@2x.png" : ".png"
 
-    source: image.picture.toString().replace(".png", image.drawing)
+    source: String(image.picture).replace(".png", image.drawing)
     smooth: true
 }

@@ -36,6 +36,9 @@ if words != ["--version"] and "--set" not in words:
         time.sleep(60)
     if "crash" in act:
         os.kill(os.getpid(), signal.SIGSEGV)
+    print("2026-11-21 a line of the log", file=sys.stderr)
+    if "STATUS" in os.environ:
+        print("seedmote: the cause", file=sys.stderr)
     sys.exit(int(os.environ.get("STATUS", 0)))
 """
 
@@ -169,11 +172,14 @@ class RunTest(unittest.TestCase):
         picture = self.elsewhere / "seedmote.png"
         no_display = {"DISPLAY": ""}
         self.assertEqual(self.run_it("--host", "nas", "--", "--idiom", "phone", ACT="picture", **no_display), 0)
-        self.assertEqual(self.notes()[-1]["words"], ["--snapshot", str(picture), "--idiom", "phone"])
+        words = self.notes()[-1]["words"]
+        self.assertEqual((words[0], words[2:]), ("--snapshot", ["--idiom", "phone"]))
         self.assertEqual((self.output, picture.read_text()), ("a row\n", "a picture"))
-        self.assertEqual(self.run_it("--host", "nas", ACT="leave", **no_display), 1)  # the old picture is no success
-        self.assertEqual(self.run_it("--host", "nas", ACT="picture", STATUS="3", **no_display), 3)
-        self.assertIn("status 3", self.errors)
+        self.assertEqual(self.run_it("--host", "nas", ACT="leave", **no_display), 1)
+        self.assertEqual(self.run_it("--host", "nas", ACT="leave", STATUS="3", **no_display), 3)
+        self.assertIn("seedmote: the cause\n", self.errors)
+        self.assertNotIn("the log", self.errors)
+        self.assertEqual(picture.read_text(), "a picture")  # of the run that had one
         self.assert_nothing_left()
 
 

@@ -153,7 +153,7 @@ TEST_F(TableRowsTest, ADragScrollsAndCancelsTheTouch) {
   QTest::touchEvent(&window, finger.get()).press(0, {100, 60}, &window);
   drag(finger.get(), 70, 250);
   settle();
-  EXPECT_LT(contentY(), -50);
+  EXPECT_LT(contentY(), -20);  // it resists, more or less with the pace
   EXPECT_TRUE(controller.table.isDragging());
   ASSERT_FALSE(controller.offsets.empty());
   EXPECT_EQ(controller.offsets.back(), contentY());
