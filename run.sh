@@ -10,7 +10,7 @@ Installs what is missing (Debian 12, root or sudo), builds Seedmote and starts i
 together with a private daemon and sample torrents, which nobody else can reach and which go with it.
 
   --host HOST[:PORT]  use your own Transmission daemon; the port is 9091 unless given. An IPv6 address stands
-                      in brackets: [fe80::1]:9091
+                      in brackets: [fd00::5]:9091
   --user USER         the user to log in as; the password is asked for, or read from standard input
   --help              this text
   -- OPTION...        the rest goes to Seedmote itself, for example: -- --idiom phone
