@@ -13,8 +13,7 @@ const char* words(DaemonCondition condition) {
       return "The daemon has not been asked yet. Its torrents appear here once it has answered.";
     case DaemonCondition::answered:
       return "Something answered there, but it began no session as a Transmission daemon does. Check the "
-             "address "
-             "and the port in the settings.";
+             "address and the port in the settings.";
     case DaemonCondition::newSession:
       return "The daemon has given out a new session id. Refresh to fetch the torrents.";
     case DaemonCondition::loginRefused:
