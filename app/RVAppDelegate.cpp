@@ -71,6 +71,7 @@ bool RVAppDelegate::didFinishLaunchingWithOptions() {
   fillBelowStatusBar(*listView, *rootView);
   torrentListController_->viewDidLoad();
 
+  sessionWatcher_ = std::make_unique<SessionWatcher>();
   applySystemVersion();
   window_->show();
   return true;

@@ -6,6 +6,7 @@
 #include "app/RVMainViewController.h"
 #include "app/RVRightBarController.h"
 #include "app/RootView.h"
+#include "client/SessionWatcher.h"
 #include "platform/ui/LayoutLoader.h"
 #include "screens/RVTorrentListController.h"
 
@@ -33,6 +34,7 @@ class RVAppDelegate final {
   std::unique_ptr<RVMainViewController> mainViewController_;
   std::unique_ptr<RVTorrentListController> torrentListController_;
   std::unique_ptr<RVRightBarController> rightBarViewController_;
+  std::unique_ptr<SessionWatcher> sessionWatcher_;
   std::unique_ptr<QQuickView> window_;
 };
 

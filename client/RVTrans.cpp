@@ -54,6 +54,34 @@ std::shared_ptr<RVSessionStatus> RVTrans::getSessionStatus() {
   return session->dirty.exchange(false) ? session : nullptr;
 }
 
+void RVTrans::startTorrent(bool on) {
+  if (isConnected()) {
+    client().startTorrent(client().selectedidx(), on);
+  }
+}
+
+void RVTrans::deleteTorrent() {
+  if (isConnected()) {
+    client().deleteTorrentAsynch(client().selectedidx());
+    client().clearSelection();
+  }
+}
+
+json::Value RVTrans::addTorrentFile(const std::string& file) {
+  init();
+  return isConnected() ? client().addTorrentFile(file) : json::Value();
+}
+
+json::Value RVTrans::addTorrentURL(const std::string& link) {
+  init();
+  return isConnected() ? client().addTorrentURL(link) : json::Value();
+}
+
+json::Value RVTrans::addTorrentData(const std::optional<std::string>& contents) {
+  init();
+  return isConnected() ? client().addTorrentData(contents) : json::Value();
+}
+
 json::Value RVTrans::getTorrentList() {
   init();
   return client().getTorrentList();
@@ -91,6 +119,16 @@ void RVTrans::selectTorrent(std::int64_t torrent) {
 
 std::int64_t RVTrans::getTorrentSelection() {
   return _trans != nullptr ? client().selectedidx() : _RVTrans::kNoSelection;
+}
+
+bool RVTrans::isListOutdated() {
+  return _trans != nullptr && client().isListOutdated();
+}
+
+void RVTrans::fetchTorrentList() {
+  if (isConnected()) {
+    client().fetchTorrentList();
+  }
 }
 
 DaemonOutcome RVTrans::listOutcome() {

@@ -27,6 +27,17 @@ class RVTrans final {
   // Fetches the statistics; absent while not connected. The one record of the client, newest values.
   static std::shared_ptr<RVSessionStatus> getSessionStatus();
 
+  // Starts or stops the selected torrent; nothing while not connected.
+  static void startTorrent(bool on);
+  // Removes the selected torrent and its data in the background, and clears the selection at once; nothing
+  // while not connected.
+  static void deleteTorrent();
+  // These begin with init(). The daemon's answer with "statuscode", the HTTP status as text; absent while not
+  // connected. See _RVTrans.
+  static json::Value addTorrentFile(const std::string& file);
+  static json::Value addTorrentURL(const std::string& link);
+  static json::Value addTorrentData(const std::optional<std::string>& contents);
+
   // Begins with init(). An array of dictionaries with the fields of the list query.
   static json::Value getTorrentList();
   // Begins with init(). Does nothing while not connected, or while an update is under way.
@@ -42,6 +53,11 @@ class RVTrans final {
   // A torrent's id; -1 for none.
   static void selectTorrent(std::int64_t torrent);
   static std::int64_t getTorrentSelection();
+
+  // Whether the list comes from another session of the daemon than the present one; see _RVTrans.
+  static bool isListOutdated();
+  // Fetches the list behind the user's back; nothing while not connected.
+  static void fetchTorrentList();
 
   // What the latest attempt to connect or to fetch the list came to, for the texts that explain an empty
   // screen.

@@ -26,6 +26,18 @@ const char* truth(bool value) {
   return value ? "TRUE" : "FALSE";
 }
 
+// Counts an attempt to connect for as long as it is under way.
+class Attempt {
+ public:
+  explicit Attempt(std::atomic<int>& count) : count_(count) { ++count_; }
+  ~Attempt() { --count_; }
+  Attempt(const Attempt&) = delete;
+  Attempt& operator=(const Attempt&) = delete;
+
+ private:
+  std::atomic<int>& count_;
+};
+
 std::string withAddress(std::string_view text, const RVDaemonInfo& info) {
   return format(text, info.httpprotocol, info.ipAddress);
 }
@@ -73,6 +85,7 @@ void _RVTrans::connectDaemonAsynch() {
 }
 
 json::Value _RVTrans::connectDaemon() {
+  const Attempt attempt(connecting_);
   log("connect to daemon\n");
   const RVSOAPResult result = sendCommandStringRetry("{\"method\":\"session-stats\"}");
   listOutcome_.set(result.outcome);

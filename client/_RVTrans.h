@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -13,6 +14,7 @@
 #include "client/RVSOAPResult.h"
 #include "client/RVSessionStatus.h"
 #include "client/RVTorrentInfo.h"
+#include "client/TorrentIdentity.h"
 #include "json/Value.h"
 #include "platform/core/Shared.h"
 
@@ -27,7 +29,7 @@ class _RVTrans final {
  public:
   using SessionID = std::optional<std::string>;
 
-  static constexpr std::int64_t kNoSelection = -1;
+  static constexpr std::int64_t kNoSelection = kNoTorrentID;
 
   _RVTrans() { initTransmission(); }
   _RVTrans(const _RVTrans&) = delete;
@@ -69,14 +71,41 @@ class _RVTrans final {
   json::Value getTorrentList() const;
   // Raises std::out_of_range when the daemon does not know the torrent.
   std::shared_ptr<RVTorrentInfo> getTorrentInfo(std::int64_t torrent);
-  bool isUpdating() const { return bUpdating_; }
+  bool isUpdating() const { return bUpdating_ != Updating::no; }
   // True once after each update.
   bool isNewData() { return bNewData_.exchange(false); }
 
-  // The selected torrent's id; kNoSelection for none.
-  std::int64_t selectedidx() const { return selectedidx_; }
-  void setSelectedidx(std::int64_t torrent) { selectedidx_ = torrent; }
-  void clearSelection() { selectedidx_ = kNoSelection; }
+  // True when the daemon has given out another session id since the list was fetched, or none is known, while
+  // nothing is under way that would fetch the list. The client is connected then.
+  bool isListOutdated() const;
+  // Fetches the list behind the user's back: it shows nothing, marks no update as under way, and leaves the
+  // list as it was when no other one came.
+  void fetchTorrentList();
+
+  // The selected torrent's id; kNoSelection for none. A list that comes from another session of the daemon
+  // clears the selection unless the torrent still has the same name and size.
+  std::int64_t selectedidx() const;
+  void setSelectedidx(std::int64_t torrent);
+  void clearSelection() { setSelectedidx(kNoSelection); }
+
+  // Commands. They act on one torrent, by the daemon's id; -1 is sent as it is. Each raises
+  // std::out_of_range when a 409 names no session id.
+
+  // Starts or stops the selected torrent.
+  void startTorrent(bool on);
+  void startTorrent(std::int64_t torrent, bool on);
+  // Shows a message and removes the torrent on a thread of its own.
+  void deleteTorrentAsynch(std::int64_t torrent);
+  // Removes the torrent and its data, fetches the list and ends the message. See RemovalGuard for when it is
+  // not sent.
+  void deleteTorrent(std::int64_t torrent);
+  // The daemon's answer with "statuscode", the HTTP status as text. An absent content is sent as an empty
+  // one.
+  json::Value addTorrentData(const std::optional<std::string>& contents);
+  // From a "file:" URL or a path. A file that can't be read is sent as an empty one.
+  json::Value addTorrentFile(const std::string& file);
+  // The daemon fetches the link itself.
+  json::Value addTorrentURL(const std::string& link);
 
   const std::shared_ptr<RVSessionStatus>& sessionInfo() const { return sessionInfo_; }
   RVDaemonInfo daemonInfo() const { return daemonInfo_.get(); }
@@ -88,25 +117,59 @@ class _RVTrans final {
   DaemonOutcome listOutcome() const { return listOutcome_.get(); }
 
  private:
+  enum class Updating { no, underWay, leftStanding };
+
+  // How one request is sent.
+  struct Sending {
+    bool counts = true;  // shows the seconds that are left
+    // Whether it may go out under a session id; null: always.
+    std::function<bool(const SessionID&)> may = nullptr;
+  };
+
+  struct Selection {
+    std::int64_t id = kNoSelection;
+    std::optional<TorrentIdentity> known;  // absent for a torrent that was in no list
+  };
+
   void initTransmission();
-  RVSOAPResult exchangeOnce(const std::string& soapMessage, double timeoutInterval);
+  RVSOAPResult sendCommand(const RVSOAPRequest& request, const Sending& sending);
+  RVSOAPResult sendCommandStringRetry(const std::string& soapMessage, const Sending& sending);
+  RVSOAPResult send(const std::string& soapMessage, double timeoutInterval, const Sending& sending);
+  // How often the text was sent again.
+  int resend(const std::string& soapMessage, std::optional<std::string> body, const Sending& sending);
+  RVSOAPResult exchangeOnce(const std::string& soapMessage, double timeoutInterval, const SessionID& session,
+                            bool counts);
+  RVSOAPResult exchange(const platform::HttpRequest& request, bool counts);
   // Shows the seconds that are left, once a second, until this exchange is over or none is in flight.
   void countdownTimeout(float seconds, const std::atomic<bool>& over) const;
   std::int64_t becomeConnected(const std::optional<std::string>& body);
   std::int64_t failToConnect(const std::optional<std::string>& body);
   void setTorrentList(json::Value list);
+  bool takeTorrentList(const RVSOAPResult& result);
+  void reviewSelection(json::ValueRef torrents, const SessionID& session);
+  std::optional<TorrentIdentity> identityInList(std::int64_t torrent) const;
+  std::optional<TorrentIdentity> identityOf(std::int64_t torrent) const;
+  SessionID listSession() const;
+  void setListSession(const SessionID& session);
+  std::uint64_t listsStored() const;
+  void removeTorrent(std::int64_t torrent, const std::optional<TorrentIdentity>& meant);
+  json::Value askForTorrent(std::int64_t torrent);
+  json::Value addTorrent(const std::string& key, const std::string& value);
 
   platform::Shared<RVDaemonInfo> daemonInfo_;
   std::shared_ptr<RVSessionStatus> sessionInfo_;
   platform::Shared<std::string> version_;
-  mutable std::mutex torrentListLock_;
-  json::Value torrentList_;  // absent until the first update, and after one that failed
+  mutable std::mutex torrentListLock_;  // guards the next three
+  json::Value torrentList_;             // absent until the first update, and after one that failed
+  std::uint64_t listsStored_ = 0;
+  SessionID listSession_;  // under which the newest list was fetched
   platform::Shared<DaemonOutcome> listOutcome_;
   std::atomic<bool> bConnected_{false};
-  std::atomic<bool> bUpdating_{false};
+  std::atomic<int> connecting_{0};  // attempts under way
+  std::atomic<Updating> bUpdating_{Updating::no};
   std::atomic<bool> bNewData_{false};
   std::atomic<bool> bCountingTimeout_{false};
-  std::atomic<std::int64_t> selectedidx_{kNoSelection};
+  platform::Shared<Selection> selection_;
 };
 
 }  // namespace seedmote

@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "client/TorrentFields.h"
 #include "client/_RVTrans.h"
 #include "json/JSONRepresentation.h"
@@ -9,26 +11,6 @@ using platform::log;
 using platform::logRow;
 
 namespace {
-
-// Clears the flag of an update on every way out but the one that keeps it.
-class Updating {
- public:
-  explicit Updating(std::atomic<bool>& flag) : flag_(flag) { flag_ = true; }
-  ~Updating() {
-    if (!kept_) {
-      flag_ = false;
-    }
-  }
-  Updating(const Updating&) = delete;
-  Updating& operator=(const Updating&) = delete;
-
-  void keep() { kept_ = true; }
-  void end() { flag_ = false; }
-
- private:
-  std::atomic<bool>& flag_;
-  bool kept_ = false;
-};
 
 RVSOAPRequest torrentGet(const std::vector<std::pair<std::string, json::Value>>& arguments) {
   RVSOAPRequest request;
@@ -80,6 +62,24 @@ void fill(RVTorrentInfo& info, json::ValueRef torrent) {
   info.haveUnchecked = torrent["haveUnchecked"].longLongValue();
 }
 
+RVSOAPRequest listRequest() {
+  return torrentGet({{"fields", torrentListFields()}});
+}
+
+constexpr int kFetchAttempts = 3;  // the first ones may meet new session ids
+
+// Ends an update that has begun, on every way out.
+class UpdateEnd {
+ public:
+  explicit UpdateEnd(std::function<void()> end) : end_(std::move(end)) {}
+  ~UpdateEnd() { end_(); }
+  UpdateEnd(const UpdateEnd&) = delete;
+  UpdateEnd& operator=(const UpdateEnd&) = delete;
+
+ private:
+  std::function<void()> end_;
+};
+
 // A success without a list is none.
 DaemonOutcome withoutList(const DaemonOutcome& outcome, const json::Value& answer,
                           const std::string& problem) {
@@ -98,27 +98,57 @@ DaemonOutcome withoutList(const DaemonOutcome& outcome, const json::Value& answe
 void _RVTrans::setTorrentList(json::Value list) {
   const std::lock_guard lock(torrentListLock_);
   std::swap(torrentList_, list);
+  ++listsStored_;
 }
 
 void _RVTrans::updateAllTorrents() {
-  Updating updating(bUpdating_);
+  bUpdating_ = Updating::underWay;
   log("updateAllTorrents\n");
   if (sessionInfo_->sessionID.get() == "") {
     log("Tried to update all torrents, but session is is empty!!!");
     setTorrentList(json::Value::array({}));
-    updating.keep();  // until an update gets past this point
+    bUpdating_ = Updating::leftStanding;  // until an update gets past this point
     return;
   }
-  const RVSOAPResult result = sendCommand(torrentGet({{"fields", torrentListFields()}}));
+  {
+    const UpdateEnd end([this] { bUpdating_ = Updating::no; });
+    if (!takeTorrentList(sendCommand(listRequest()))) {
+      setTorrentList(json::Value());
+    }
+  }
+  bNewData_ = true;
+  log("finished updateAllTorrents\n");
+}
+
+void _RVTrans::fetchTorrentList() {
+  RVSOAPResult result;
+  std::uint64_t before = 0;
+  for (int attempt = 0; attempt == 0 || (attempt < kFetchAttempts && result.statuscode == "409"); ++attempt) {
+    before = listsStored();
+    result = sendCommand(listRequest(), {.counts = false});
+  }
+  if (before != listsStored() || !takeTorrentList(result)) {
+    return;  // a list that was stored meanwhile may be newer
+  }
+  Updating standing = Updating::leftStanding;
+  bUpdating_.compare_exchange_strong(standing, Updating::no);
+  bNewData_ = true;
+}
+
+// Keeps the list that an answer brings; false when it brings none.
+bool _RVTrans::takeTorrentList(const RVSOAPResult& result) {
   std::string problem;
   const json::Value answer = result.getResponseDict(problem);
   const json::ValueRef torrents = answer.ref()["arguments"]["torrents"];
-  const bool isList = torrents.kind() == json::Kind::array;
-  listOutcome_.set(isList ? result.outcome : withoutList(result.outcome, answer, problem));
-  setTorrentList(isList ? answer.share(torrents) : json::Value());
-  updating.end();
-  bNewData_ = true;
-  log("finished updateAllTorrents\n");
+  if (torrents.kind() != json::Kind::array) {
+    listOutcome_.set(withoutList(result.outcome, answer, problem));
+    return false;
+  }
+  listOutcome_.set(result.outcome);
+  reviewSelection(torrents, result.session);
+  setListSession(result.session);
+  setTorrentList(answer.share(torrents));
+  return true;
 }
 
 json::Value _RVTrans::getTorrentList() const {

@@ -103,39 +103,39 @@ class InFlight {
 }  // namespace
 
 RVSOAPResult _RVTrans::sendCommand(const RVSOAPRequest& request) {
+  return sendCommand(request, {});
+}
+
+RVSOAPResult _RVTrans::sendCommand(const RVSOAPRequest& request, const Sending& sending) {
   const std::string soapMessage = soapMessageOf(request);
   log("sendCommand\n");
   log("sendCommand:soapMessage = %@\n", soapMessage);
   log("finished sendCommand\n");
-  return sendCommandStringRetry(soapMessage);
+  return sendCommandStringRetry(soapMessage, sending);
 }
 
 RVSOAPResult _RVTrans::sendCommandStringRetry(const std::string& soapMessage) {
+  return sendCommandStringRetry(soapMessage, {});
+}
+
+RVSOAPResult _RVTrans::sendCommandStringRetry(const std::string& soapMessage, const Sending& sending) {
   const std::int64_t timeout = storedTimeout();
   log("sendCommandStringRetry = %ld Sec", timeout);
-  return sendCommandString(soapMessage, static_cast<double>(timeout));
+  return send(soapMessage, static_cast<double>(timeout), sending);
 }
 
 RVSOAPResult _RVTrans::sendCommandString(const std::string& soapMessage, double timeoutInterval) {
-  RVSOAPResult first = exchangeOnce(soapMessage, timeoutInterval);
-  platform::Threads& threads = platform::services().threads;
-  std::string statuscode = first.statuscode;
-  std::optional<std::string> body = statuscode == "409" ? first.response : std::nullopt;
-  int resent = 0;
-  while (statuscode == "409" && !threads.isStopping()) {
-    const SessionID session = getSessionID(body);
-    sessionInfo_->sessionID.set(session);
-    log("updated new session id = %@\n", session);
-    if (resent >= kResendsWithoutPause) {
-      platform::services().main.wait([&] { threads.sleep(kResendPause); });
-    }
-    const std::int64_t timeout = storedTimeout();
-    log("sendCommandStringRetry = %ld Sec", timeout);
-    RVSOAPResult again = exchangeOnce(soapMessage, static_cast<double>(timeout));
-    statuscode = std::move(again.statuscode);
-    body = std::move(again.response);
-    ++resent;
+  return send(soapMessage, timeoutInterval, {});
+}
+
+RVSOAPResult _RVTrans::send(const std::string& soapMessage, double timeoutInterval, const Sending& sending) {
+  // A request goes out under the very id for which it was allowed; another thread may replace the client's.
+  const SessionID session = sessionInfo_->sessionID.get();
+  if (sending.may && !sending.may(session)) {
+    return {};
   }
+  RVSOAPResult first = exchangeOnce(soapMessage, timeoutInterval, session, sending.counts);
+  const int resent = first.statuscode == "409" ? resend(soapMessage, first.response, sending) : 0;
   // One line for each time that the text was sent.
   for (int sent = 0; sent <= resent; ++sent) {
     log("finished sendCommandString\n");
@@ -143,39 +143,65 @@ RVSOAPResult _RVTrans::sendCommandString(const std::string& soapMessage, double 
   return first;
 }
 
-RVSOAPResult _RVTrans::exchangeOnce(const std::string& soapMessage, double timeoutInterval) {
-  const platform::Services& services = platform::services();
+int _RVTrans::resend(const std::string& soapMessage, std::optional<std::string> body,
+                     const Sending& sending) {
+  platform::Threads& threads = platform::services().threads;
+  for (int resent = 0; !threads.isStopping(); ++resent) {
+    const SessionID session = getSessionID(body);
+    sessionInfo_->sessionID.set(session);
+    log("updated new session id = %@\n", session);
+    if (resent >= kResendsWithoutPause) {
+      platform::services().main.wait([&] { threads.sleep(kResendPause); });
+    }
+    if (sending.may && !sending.may(session)) {
+      return resent;
+    }
+    const std::int64_t timeout = storedTimeout();
+    log("sendCommandStringRetry = %ld Sec", timeout);
+    RVSOAPResult again = exchangeOnce(soapMessage, static_cast<double>(timeout), session, sending.counts);
+    if (again.statuscode != "409") {
+      return resent + 1;
+    }
+    body = std::move(again.response);
+  }
+  return 0;  // the program ends; nobody counts the lines
+}
+
+RVSOAPResult _RVTrans::exchangeOnce(const std::string& soapMessage, double timeoutInterval,
+                                    const SessionID& session, bool counts) {
   log("sendCommandString\n");
   log("soapMessage = %@\n", soapMessage);
-  const std::string session = sendable(sessionInfo_->sessionID.get());
-  const platform::HttpRequest request = httpRequest(daemonInfo_.get(), session, soapMessage, timeoutInterval);
-  const double realTimeout = platform::Http::realTimeout(timeoutInterval);
+  const platform::HttpRequest request =
+      httpRequest(daemonInfo_.get(), sendable(session), soapMessage, timeoutInterval);
   log("url = %@\n", request.url);
-  log("real timeout = %f\n", realTimeout);
-
-  platform::HttpAnswer answer;
-  bool isText = false;
-  {
-    const InFlight inFlight(bCountingTimeout_);
-    services.threads.start("countdown", [this, realTimeout, over = inFlight.over()] {
-      countdownTimeout(static_cast<float>(realTimeout), *over);
-    });
-    log("sending... data by sendSynchronousRequest\n");
-    services.main.wait([&] {
-      answer = services.http.exchange(request);
-      isText = answer.hasBody && platform::isValidUtf8(answer.body);
-    });
-    log("sent data by sendSynchronousRequest\n");
-  }
-
-  RVSOAPResult result;
-  result.outcome = judgeAnswer(answer);
-  if (isText) {
-    result.response = std::move(answer.body);
-  }
-  result.statuscode = format("%ld", answer.status);
+  log("real timeout = %f\n", platform::Http::realTimeout(timeoutInterval));
+  RVSOAPResult result = exchange(request, counts);
+  result.session = session;
   log("resString = \n%@\n", result.response);
   log("satuscode = %@\n", result.statuscode);
+  return result;
+}
+
+RVSOAPResult _RVTrans::exchange(const platform::HttpRequest& request, bool counts) {
+  const platform::Services& services = platform::services();
+  std::optional<InFlight> inFlight;
+  if (counts) {
+    inFlight.emplace(bCountingTimeout_);
+    const auto seconds = static_cast<float>(platform::Http::realTimeout(request.timeoutSeconds));
+    services.threads.start("countdown",
+                           [this, seconds, over = inFlight->over()] { countdownTimeout(seconds, *over); });
+  }
+  log("sending... data by sendSynchronousRequest\n");
+  RVSOAPResult result;
+  services.main.wait([&] {
+    platform::HttpAnswer answer = services.http.exchange(request);
+    result.outcome = judgeAnswer(answer);
+    result.statuscode = format("%ld", answer.status);
+    if (answer.hasBody && platform::isValidUtf8(answer.body)) {
+      result.response = std::move(answer.body);
+    }
+  });
+  log("sent data by sendSynchronousRequest\n");
   return result;
 }
 

@@ -57,7 +57,7 @@ void RVTorrentListCell::fill(json::ValueRef torrent, int status) {
   rateDownload_ = torrent["rateDownload"].longLongValue();
   rateDownloadInSingle_ = torrent["rateDownload"].floatValue();
   rateUpload_ = torrent["rateUpload"].longLongValue();
-  torrentidx_ = torrent["id"].exactInteger().value_or(kNoTorrent);
+  torrentidx_ = torrentID(torrent["id"]);
   backgroundColor_ = toQColor(RVRes::getColor(32));
   setProcessDownload(percentDone_);
   status_ = status;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "client/TorrentIdentity.h"
 #include "json/Value.h"
 #include "platform/ui/TableViewCell.h"
 
@@ -35,7 +36,7 @@ class RVTorrentListCell : public platform::TableViewCell {
 
  public:
   static constexpr const char* kIdentifier = "TorrentCell";
-  static constexpr std::int64_t kNoTorrent = -1;
+  static constexpr std::int64_t kNoTorrent = kNoTorrentID;
 
   RVTorrentListCell() : TableViewCell(kIdentifier) {}
 

@@ -167,7 +167,7 @@ std::int64_t RVTorrentListController::rowToken(int row) {
   }
   const json::Value list = RVTrans::getTorrentList();
   const json::ValueRef torrent = torrentAt(list, row);
-  return torrent.isAbsent() ? kNoRow : torrent["id"].exactInteger().value_or(RVTorrentListCell::kNoTorrent);
+  return torrent.isAbsent() ? kNoRow : torrentID(torrent["id"]);
 }
 
 // The selection.

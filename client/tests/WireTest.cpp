@@ -1,50 +1,17 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include "client/RVTrans.h"
-#include "platform/core/CurlHttp.h"
+#include "client/tests/WireFixture.h"
 #include "tests/support/LoopbackDaemon.h"
-#include "tests/support/RealDaemon.h"
 #include "tests/support/Replies.h"
-#include "tests/support/TestServices.h"
-#include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 namespace {
 
 using support::LoopbackDaemon;
-using support::RealDaemon;
 using testing::ElementsAre;
 namespace replies = support::replies;
 
-// The client over real sockets.
-class WireTest : public testing::Test {
- protected:
-  ~WireTest() override {
-    services.main.quit();
-    services.threads.join(std::chrono::minutes(1));
-    RVTrans::drop();
-  }
-
-  void useDaemonAt(int port, const char* useSsl = "False") {
-    services.setSetting("IP Address", "127.0.0.1");
-    services.setSetting("Port", std::to_string(port).c_str());
-    services.setSetting("Username", user.c_str());
-    services.setSetting("Password", password.c_str());
-    services.setSetting("UseSSL", useSsl);
-    services.setSetting("Timeout", "20");
-  }
-  void attempt() {
-    RVTrans::init();
-    services.finishThreads();
-  }
-  std::string overlayText() const { return OvProgressHUD::sharedView()->text().toStdString(); }
-
-  std::string user;
-  std::string password;
-  platform::CurlHttp http;
-  support::TestServices services{&http};
-};
+class WireTest : public WireFixture {};
 
 TEST_F(WireTest, AStartSendsTheseRequestsOverOneConnection) {
   LoopbackDaemon daemon;
@@ -128,45 +95,6 @@ TEST_F(WireTest, QuittingEndsAHangingRequest) {
   services.main.quit();
   EXPECT_TRUE(services.threads.join(std::chrono::seconds(20)));
   EXPECT_EQ(daemon.requests().size(), 1U) << "nothing more is sent";
-}
-
-TEST_F(WireTest, TheRealDaemonsListIsReadAlsoAfterItsRestart) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  daemon.addTorrents(3, "größe 日本");
-  useDaemonAt(daemon.port());
-  attempt();
-  ASSERT_TRUE(RVTrans::isConnected());
-  EXPECT_EQ(RVTrans::getRPCVersion(), 16);
-  const json::Value list = RVTrans::getTorrentList();
-  ASSERT_EQ(list->count(), 3U);
-  EXPECT_EQ(list->at(0)["name"].text()->substr(0, 8), "größe ");
-  const auto session = RVTrans::getSessionStatus();
-  ASSERT_NE(session, nullptr);
-  EXPECT_EQ(session->torrentCount, 3);
-  RVTrans::selectTorrent(*list->at(1)["id"].exactInteger());
-  EXPECT_EQ(RVTrans::getTorrentInfo()->files.size(), 1U);
-
-  daemon.restart();
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U) << "the request that meets the new session is lost";
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 3U);
-}
-
-TEST_F(WireTest, TheRealDaemonRefusesAWrongPassword) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon({.credentials = "user:söcrét:x", .moreSettings = ""});
-  user = "user";
-  password = "wrong";
-  useDaemonAt(daemon.port());
-  attempt();
-  EXPECT_FALSE(RVTrans::isConnected());
-  EXPECT_EQ(RVTrans::listOutcome().condition, DaemonCondition::loginRefused);
-  password = "söcrét:x";
-  useDaemonAt(daemon.port());
-  attempt();
-  EXPECT_TRUE(RVTrans::isConnected());
 }
 
 }  // namespace

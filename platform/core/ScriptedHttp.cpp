@@ -56,6 +56,11 @@ std::vector<HttpRequest> ScriptedHttp::requests() const {
   return requests_;
 }
 
+void ScriptedHttp::forgetRequests() {
+  const std::lock_guard lock(mutex_);
+  requests_.clear();
+}
+
 bool ScriptedHttp::waitForRequests(std::size_t count, std::chrono::milliseconds patience) const {
   std::unique_lock lock(mutex_);
   return changed_.wait_for(lock, patience, [&] { return requests_.size() >= count; });

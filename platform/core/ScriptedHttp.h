@@ -31,6 +31,7 @@ class ScriptedHttp final : public Http {
   void release();
 
   std::vector<HttpRequest> requests() const;
+  void forgetRequests();
   // False when fewer than `count` came within `patience`.
   bool waitForRequests(std::size_t count, std::chrono::milliseconds patience) const;
 

@@ -22,7 +22,7 @@ TinyTorrent makeTinyTorrent(const std::string& name, int number) {
   const std::string info = "d" + bencoded("length") + bencoded(content.size()) + bencoded("name") +
                            bencoded(name) + bencoded("piece length") + bencoded(kPieceLength) +
                            bencoded("pieces") + bencoded(sha1(content)) + "e";
-  return {name, "d" + bencoded("info") + info + "e", hex(sha1(info))};
+  return {name, "d" + bencoded("info") + info + "e", content, hex(sha1(info))};
 }
 
 }  // namespace seedmote::support

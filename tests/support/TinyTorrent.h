@@ -8,6 +8,7 @@ namespace seedmote::support {
 struct TinyTorrent {
   std::string name;
   std::string metainfo;  // the bytes of the .torrent file
+  std::string content;   // the bytes of its one file
   std::string hash;      // 40 digits
 };
 

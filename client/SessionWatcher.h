@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/core/BackgroundPoll.h"
+#include "platform/core/Clock.h"
+#include "platform/core/Timers.h"
+
+namespace seedmote {
+
+// Sees that the daemon has given out another session id since the list was fetched (it does so at each start
+// and once an hour), or that a connected client knows none, and then fetches the list in the background,
+// showing nothing. The request that meets the new id looks failed, and after a restart the old list's ids
+// mean other torrents. Main thread.
+class SessionWatcher final {
+ public:
+  static constexpr double kLookSeconds = 2;    // between two looks
+  static constexpr double kFetchSeconds = 30;  // at least, between two fetches
+
+  // Watches until it is destroyed.
+  SessionWatcher();
+
+ private:
+  void look();
+
+  platform::BackgroundPoll fetch_;
+  std::optional<platform::Clock::Duration> lastFetch_;
+  platform::Timers::Handle timer_;
+};
+
+}  // namespace seedmote

@@ -1,0 +1,29 @@
+#include "client/TorrentIdentity.h"
+
+#include <utility>
+
+namespace seedmote {
+
+std::int64_t torrentID(json::ValueRef id) {
+  return id.exactInteger().value_or(kNoTorrentID);
+}
+
+TorrentIdentity TorrentIdentity::of(json::ValueRef torrent, std::optional<std::string> session) {
+  return {torrentID(torrent["id"]), std::string(torrent["name"].text().value_or("")),
+          torrent["totalSize"].longLongValue(), std::move(session)};
+}
+
+bool TorrentIdentity::isSameTorrent(const TorrentIdentity& other) const {
+  return name == other.name && totalSize == other.totalSize;
+}
+
+json::ValueRef torrentWithID(json::ValueRef torrents, std::int64_t id) {
+  for (const json::ValueRef torrent : torrents.elements()) {
+    if (torrentID(torrent["id"]) == id) {
+      return torrent;
+    }
+  }
+  return {};
+}
+
+}  // namespace seedmote

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "json/Value.h"
+
+namespace seedmote {
+
+constexpr std::int64_t kNoTorrentID = -1;
+
+// A torrent's id as the daemon sent it. What is not exactly an integer (2.5, 5.0, 1e400, true, a text,
+// nothing) is kNoTorrentID: the daemon takes a bare 5.0 for every torrent it has.
+std::int64_t torrentID(json::ValueRef id);
+
+// By what one torrent is told from another. The daemon deals its ids anew at each of its starts.
+struct TorrentIdentity {
+  std::int64_t id = kNoTorrentID;
+  std::string name;
+  std::int64_t totalSize = 0;          // bytes
+  std::optional<std::string> session;  // the session id under which the daemon said so
+
+  // From one entry of a "torrents" answer that was asked for under `session`.
+  static TorrentIdentity of(json::ValueRef torrent, std::optional<std::string> session);
+
+  // The same name and size, whatever the ids.
+  bool isSameTorrent(const TorrentIdentity& other) const;
+};
+
+// The entry of a torrent in a "torrents" array; absent when it is not there.
+json::ValueRef torrentWithID(json::ValueRef torrents, std::int64_t id);
+
+}  // namespace seedmote

@@ -1,0 +1,107 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "client/AnswerDictionary.h"
+#include "client/RVUtility.h"
+#include "client/RemovalGuard.h"
+#include "client/_RVTrans.h"
+#include "json/JSONRepresentation.h"
+#include "platform/core/FileContents.h"
+#include "platform/core/Log.h"
+#include "platform/core/MainThread.h"
+#include "platform/core/Services.h"
+#include "platform/core/Threads.h"
+#include "widgets/OvProgressHUD.h"
+
+namespace seedmote {
+
+using platform::log;
+
+namespace {
+
+constexpr int kAskAttempts = 3;  // the first ones may meet new session ids
+
+RVSOAPRequest command(const char* method, const std::vector<std::pair<std::string, json::Value>>& arguments) {
+  return {method, json::JSONRepresentation(json::Value::dictionary(arguments)), std::nullopt};
+}
+
+const char* whyNotDeleted(RemovalGuard::Verdict verdict) {
+  return verdict == RemovalGuard::Verdict::noTorrent
+             ? "Not deleted!\nThe daemon no longer has this torrent."
+             : "Not deleted!\nThe daemon has numbered its torrents anew. Please select the torrent again.";
+}
+
+}  // namespace
+
+void _RVTrans::startTorrent(bool on) {
+  startTorrent(selectedidx(), on);
+}
+
+void _RVTrans::startTorrent(std::int64_t torrent, bool on) {
+  log("startTorrent\n");
+  sendCommand(command(on ? "torrent-start" : "torrent-stop", {{"ids", json::Value::integer(torrent)}}));
+  log("onoffchanged to %@, index:%@\n", on ? "on" : "off", std::to_string(torrent));
+}
+
+void _RVTrans::deleteTorrentAsynch(std::int64_t torrent) {
+  OvProgressHUD::showWithStatus("Deleting torrent...");
+  // Taken here: the selection is cleared before the thread runs.
+  platform::services().threads.start(
+      "delete", [this, torrent, meant = identityOf(torrent)] { removeTorrent(torrent, meant); });
+}
+
+void _RVTrans::deleteTorrent(std::int64_t torrent) {
+  removeTorrent(torrent, identityOf(torrent));
+}
+
+void _RVTrans::removeTorrent(std::int64_t torrent, const std::optional<TorrentIdentity>& meant) {
+  log("deleteTorrent\n");
+  RemovalGuard guard(torrent, meant, listSession(), [this, torrent] { return askForTorrent(torrent); });
+  // The daemon takes the text for a yes, as it stands.
+  sendCommand(command("torrent-remove", {{"ids", json::Value::integer(torrent)},
+                                         {"delete-local-data", json::Value::string("true")}}),
+              {.may = [&guard](const SessionID& session) { return guard.maySend(session); }});
+  updateAllTorrents();
+  if (guard.verdict() != RemovalGuard::Verdict::send) {
+    OvProgressHUD::dismissWithError(whyNotDeleted(guard.verdict()));
+    log("The removal of torrent %ld was not sent: the id means another torrent now, or none\n", torrent);
+    return;
+  }
+  OvProgressHUD::dismissWithSuccess("Deleted!!");
+  log("torrent is deleted");
+}
+
+json::Value _RVTrans::askForTorrent(std::int64_t torrent) {
+  const json::Value fields = json::Value::array(
+      {json::Value::string("id"), json::Value::string("name"), json::Value::string("totalSize")});
+  const json::Value ids = json::Value::array({json::Value::integer(torrent)});
+  const RVSOAPRequest question = command("torrent-get", {{"fields", fields}, {"ids", ids}});
+  RVSOAPResult result;
+  for (int attempt = 0; attempt == 0 || (attempt < kAskAttempts && result.statuscode == "409"); ++attempt) {
+    result = sendCommand(question);
+  }
+  return result.getResponseDict();
+}
+
+json::Value _RVTrans::addTorrentFile(const std::string& file) {
+  log("addTorrent URL = %@", file);
+  return addTorrentData(platform::services().main.wait([&] { return platform::contentsOfFile(file); }));
+}
+
+json::Value _RVTrans::addTorrentData(const std::optional<std::string>& contents) {
+  log("addTorrentData\n");
+  return addTorrent("metainfo", RVUtility::Data2Base64(contents.value_or("")));
+}
+
+json::Value _RVTrans::addTorrentURL(const std::string& link) {
+  log("addTorrentURL URL = %@", link);
+  return addTorrent("filename", link);
+}
+
+json::Value _RVTrans::addTorrent(const std::string& key, const std::string& value) {
+  const RVSOAPResult result = sendCommand(command("torrent-add", {{key, json::Value::string(value)}}));
+  return withEntry(result.getResponseDict(), "statuscode", json::Value::string(result.statuscode));
+}
+
+}  // namespace seedmote
