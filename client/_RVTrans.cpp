@@ -1,5 +1,7 @@
 #include "client/_RVTrans.h"
 
+#include <stdexcept>
+
 #include "client/AnswerDictionary.h"
 #include "client/StoredSetting.h"
 #include "platform/core/Log.h"
@@ -87,13 +89,23 @@ void _RVTrans::connectDaemonAsynch() {
 json::Value _RVTrans::connectDaemon() {
   const Attempt attempt(connecting_);
   log("connect to daemon\n");
-  const RVSOAPResult result = sendCommandStringRetry("{\"method\":\"session-stats\"}");
+  const RVSOAPResult result =
+      noteOutcome([this] { return sendCommandStringRetry("{\"method\":\"session-stats\"}"); });
   listOutcome_.set(result.outcome);
   const json::Value answer = result.getResponseDict();
   const std::int64_t code =
       result.statuscode == "409" ? becomeConnected(result.response) : failToConnect(result.response);
   log("finished connectDaemon\n");
   return withEntry(answer, "errorcode", json::Value::integer(code));
+}
+
+RVSOAPResult _RVTrans::noteOutcome(const std::function<RVSOAPResult()>& exchange) {
+  try {
+    return exchange();
+  } catch (const std::out_of_range& raised) {
+    listOutcome_.set({DaemonCondition::notTransmission, raised.what()});
+    throw;
+  }
 }
 
 std::int64_t _RVTrans::becomeConnected(const std::optional<std::string>& body) {

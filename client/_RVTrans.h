@@ -144,6 +144,8 @@ class _RVTrans final {
   void countdownTimeout(float seconds, const std::atomic<bool>& over) const;
   std::int64_t becomeConnected(const std::optional<std::string>& body);
   std::int64_t failToConnect(const std::optional<std::string>& body);
+  // Runs an exchange of the hand-shake or of the list; what is raised there is told as its outcome, too.
+  RVSOAPResult noteOutcome(const std::function<RVSOAPResult()>& exchange);
   void setTorrentList(json::Value list);
   bool takeTorrentList(const RVSOAPResult& result);
   void reviewSelection(json::ValueRef torrents, const SessionID& session);

@@ -90,7 +90,8 @@ DaemonOutcome withoutList(const DaemonOutcome& outcome, const json::Value& answe
     return {DaemonCondition::unreadable, problem};
   }
   const auto said = answer["result"].text();
-  return {DaemonCondition::unreadable, said ? std::string(*said) : "it holds no torrents"};
+  const bool isReason = said && *said != "success";
+  return {DaemonCondition::unreadable, isReason ? std::string(*said) : "it holds no torrents"};
 }
 
 }  // namespace
@@ -112,7 +113,7 @@ void _RVTrans::updateAllTorrents() {
   }
   {
     const UpdateEnd end([this] { bUpdating_ = Updating::no; });
-    if (!takeTorrentList(sendCommand(listRequest()))) {
+    if (!takeTorrentList(noteOutcome([this] { return sendCommand(listRequest()); }))) {
       setTorrentList(json::Value());
     }
   }
@@ -125,7 +126,7 @@ void _RVTrans::fetchTorrentList() {
   std::uint64_t before = 0;
   for (int attempt = 0; attempt == 0 || (attempt < kFetchAttempts && result.statuscode == "409"); ++attempt) {
     before = listsStored();
-    result = sendCommand(listRequest(), {.counts = false});
+    result = noteOutcome([this] { return sendCommand(listRequest(), {.counts = false}); });
   }
   if (before != listsStored() || !takeTorrentList(result)) {
     return;  // a list that was stored meanwhile may be newer
