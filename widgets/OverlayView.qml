@@ -93,7 +93,8 @@ Item {
             width: 28
             height: 28
             mipmap: true
-            source: overlay.hud.image ? "qrc:/seedmote/images/" + overlay.hud.image + "@3x.png" : ""
+            source: overlay.hud.image
+                ? "qrc:/seedmote/images/OvProgressHUD.bundle/" + overlay.hud.image + "@3x.png" : ""
             visible: overlay.hud.image.length > 0
         }
 

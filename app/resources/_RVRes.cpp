@@ -82,7 +82,7 @@ Paint _RVRes::getColor(int id) const {
     case 33:
       return {RVUtility::colorWithRed(214, 232, 246), "cellbk_highlight.bmp"};
     case 34:
-      return {RVUtility::colorWithRed(70, 96, 122), "rightbarbk.bmp"};
+      return {RVUtility::colorWithRed(226, 237, 243), "rightbarbk.bmp"};
     case 51:
       return {RVUtility::colorWithGray(88), {}};
     case 52:

@@ -1,18 +1,25 @@
 #include <gtest/gtest.h>
 
+#include <QColor>
 #include <QImage>
+#include <algorithm>
 
 #include "app/resources/RVRes.h"
 #include "app/resources/RVResource.h"
+#include "app/resources/tests/Pictures.h"
 
 namespace seedmote {
 namespace {
 
 const Color kBlue{0, 0, 1, 1};
 
-QImage load(const std::string& name, const char* suffix = "") {
-  QString path = QStringLiteral(":/seedmote/images/") + QString::fromStdString(name);
-  return QImage(path.insert(path.lastIndexOf(QLatin1Char('.')), QLatin1String(suffix)));
+bool isPicture(const std::string& name) {
+  return std::any_of(pictures().begin(), pictures().end(),
+                     [&name](const Picture& picture) { return picture.name == name; });
+}
+
+QImage largest(const std::string& name) {
+  return load(QString::fromStdString(name), 3);
 }
 
 // The colour in which an image is drawn; every drawn pixel must have it.
@@ -29,23 +36,20 @@ std::optional<QRgb> drawnIn(const QImage& image) {
   return color;
 }
 
-TEST(RVRes, EveryImageIsThereSharpAtEachScale) {
+TEST(RVRes, EveryImageIsThere) {
   for (const int id :
        {1, 2, 3, 4, 5, 6, 7, 11, 12, 13, 14, 15, 16, 17, 21, 22, 23, 24, 25, 26, 27, 28, 30, 31}) {
     const Image image = RVRes::getImage(id);
     EXPECT_FALSE(image.fill) << id;
-    EXPECT_EQ(load(image.name).size(), QSize(32, 32)) << image.name;
-    EXPECT_EQ(load(image.name, "@2x").size(), QSize(64, 64)) << image.name;
-    EXPECT_EQ(load(image.name, "@3x").size(), QSize(96, 96)) << image.name;
+    EXPECT_TRUE(isPicture(image.name)) << image.name;
     EXPECT_EQ(image.url(), "qrc:/seedmote/images/" + image.name);
   }
-  for (const char* name : {"success.png", "error.png"}) EXPECT_EQ(load(name, "@3x").size(), QSize(96, 96));
 }
 
 TEST(RVRes, ASelectedIconIsTheSameDrawingInBlue) {
   for (int id = 1; id <= 7; ++id) {
-    const QImage plain = load(RVRes::getImage(id).name, "@3x");
-    const QImage selected = load(RVRes::getImage(id + 10).name, "@3x");
+    const QImage plain = largest(RVRes::getImage(id).name);
+    const QImage selected = largest(RVRes::getImage(id + 10).name);
     EXPECT_EQ(drawnIn(selected), qRgb(0, 0, 255)) << id;
     EXPECT_NE(drawnIn(plain), qRgb(0, 0, 255)) << id;
     EXPECT_EQ(plain.convertToFormat(QImage::Format_Alpha8), selected.convertToFormat(QImage::Format_Alpha8))
@@ -71,7 +75,13 @@ TEST(RVRes, ColorsPatternsAndWords) {
   EXPECT_EQ(static_cast<Color>(RVRes::getColor(51)), RVUtility::colorWithGray(88));
   EXPECT_EQ(static_cast<Color>(RVRes::getColor(52)), kBlue);
   EXPECT_EQ(static_cast<Color>(RVRes::getColor(53)), (Color{1, 1, 1, 1}));
-  for (const int id : {33, 34}) EXPECT_FALSE(load(RVRes::getColor(id).pattern).isNull()) << id;
+  for (const int id : {33, 34}) {
+    const Paint paint = RVRes::getColor(id);
+    EXPECT_TRUE(isPicture(paint.pattern)) << id;
+    // The colour that stands in for the pattern is the one under its stripes.
+    EXPECT_EQ(QColor::fromRgbF(paint.red, paint.green, paint.blue).rgb(), largest(paint.pattern).pixel(12, 0))
+        << id;
+  }
   EXPECT_EQ(RVRes::getColor(52).pattern, "");
   EXPECT_EQ(RVRes::getWording(4), "Finished");
   EXPECT_EQ(RVRes::getWording(105), "Daemon verion");
@@ -79,6 +89,9 @@ TEST(RVRes, ColorsPatternsAndWords) {
 }
 
 TEST(RVResource, FollowsStyleAndLanguage) {
+  for (const char* key :
+       {"All", "Paused", "Downloading", "Finished", "Seeding", "Verifying", "Waiting", "Refresh"})
+    EXPECT_TRUE(isPicture(RVResource::getIcon(key).value_or(""))) << key;
   EXPECT_EQ(RVResource::getIcon("Finished"), "Ellegant_Finish_Stopped_44_44.png");
   EXPECT_EQ(RVResource::getWording("Waiting"), "Waiting");
   EXPECT_EQ(RVResource::getWording("Refresh"), std::nullopt);
