@@ -46,6 +46,7 @@ platform::HttpRequest httpRequest(const RVDaemonInfo& info, const std::string& s
   request.method = "POST";
   request.timeoutSeconds = timeout;
   request.body = body;
+  request.origin = platform::currentOrigin();
   request.headers.push_back({"X-Transmission-Session-Id", session});
   if (info.authorization != ":") {
     request.headers.push_back({"Authorization", "Basic " + RVUtility::Data2Base64(info.authorization)});

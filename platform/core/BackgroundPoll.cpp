@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/core/MainThread.h"
+#include "platform/core/Origin.h"
 #include "platform/core/Threads.h"
 
 namespace seedmote::platform {
@@ -28,13 +29,14 @@ void BackgroundPoll::tick() {
   if (state_->underWay) {
     return;
   }
-  threads_.start(name_, [&main = main_, state = state_, name = name_, job = job_] {
+  threads_.start(name_, [&main = main_, state = state_, name = name_, job = job_, origin = currentOrigin()] {
     Apply apply;
     main.guard(name, [&] { apply = job(); });
     main.post(
-        [state, apply] {
+        [state, apply, origin] {
           state->underWay = false;
           if (apply && state->wanted) {
+            const OriginScope scope(origin);
             apply();
           }
         },

@@ -25,7 +25,7 @@ class BackgroundPoll final {
   BackgroundPoll(const BackgroundPoll&) = delete;
   BackgroundPoll& operator=(const BackgroundPoll&) = delete;
 
-  // Starts the job; does nothing while one is under way.
+  // Starts the job; does nothing while one is under way. What it brings has the origin of this call.
   void tick();
 
  private:

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/core/Origin.h"
+
 namespace seedmote::platform {
 
 struct HttpHeader {
@@ -16,7 +18,8 @@ struct HttpRequest {
   std::string method = "GET";
   std::vector<HttpHeader> headers;
   std::string body;
-  double timeoutSeconds = 0;  // of the whole exchange; see Http::realTimeout
+  double timeoutSeconds = 0;     // of the whole exchange; see Http::realTimeout
+  Origin origin = Origin::user;  // changes nothing on the wire
 };
 
 // Why an exchange brought no whole answer.

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/core/Log.h"
+#include "platform/core/Origin.h"
 #include "platform/core/WaitWorker.h"
 
 namespace seedmote::platform {
@@ -156,7 +157,8 @@ void MainThread::Impl::waitFor(const Work& job) {
   waiting = true;
   std::exception_ptr raised;
   std::atomic<bool> done{false};
-  worker_.run([&] {
+  worker_.run([&, origin = currentOrigin()] {
+    const OriginScope scope(origin);
     try {
       job();
     } catch (...) {
@@ -165,6 +167,7 @@ void MainThread::Impl::waitFor(const Work& job) {
     done = true;
     wake();
   });
+  const OriginScope others(Origin::user);  // what comes in meanwhile is not the waiting caller's
   while (!done && !quitting) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   }

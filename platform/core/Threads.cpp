@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/core/MainThread.h"
+#include "platform/core/Origin.h"
 
 namespace seedmote::platform {
 
@@ -74,12 +75,14 @@ void Threads::start(std::string name, std::function<void()> job) {
   Impl::Entry& entry = impl_->entries.emplace_back();
   ++impl_->running;
   try {
-    entry.thread = std::thread([this, &entry, name = std::move(name), job = std::move(job)]() mutable {
-      pthread_setname_np(pthread_self(), name.substr(0, 15).c_str());
-      impl_->main.guard(name, job);
-      job = nullptr;
-      impl_->end(entry);
-    });
+    entry.thread = std::thread(
+        [this, &entry, name = std::move(name), job = std::move(job), origin = currentOrigin()]() mutable {
+          const OriginScope scope(origin);
+          pthread_setname_np(pthread_self(), name.substr(0, 15).c_str());
+          impl_->main.guard(name, job);
+          job = nullptr;
+          impl_->end(entry);
+        });
   } catch (...) {
     --impl_->running;
     impl_->entries.pop_back();

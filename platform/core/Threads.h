@@ -20,8 +20,8 @@ class Threads final {
   Threads(const Threads&) = delete;
   Threads& operator=(const Threads&) = delete;
 
-  // Runs `job` on a new thread called `name` (15 bytes reach the kernel). What the job raises is logged
-  // and handed to the main thread's raised handler. Does nothing after stop().
+  // Runs `job` on a new thread called `name` (15 bytes reach the kernel), with the caller's origin. What the
+  // job raises is logged and handed to the main thread's raised handler. Does nothing after stop().
   void start(std::string name, std::function<void()> job);
 
   // Sleeps; false when the sleep was cut short by stop(). Any thread.

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/core/Origin.h"
+
 namespace seedmote::platform {
 
 class Timers::Impl {
@@ -92,6 +94,7 @@ class Timers::Impl {
     if (!timer.repeats) {
       *timer.active = false;
     }
+    const OriginScope scope(Origin::timer);
     timer.fire();
   }
 
