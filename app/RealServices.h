@@ -6,6 +6,7 @@
 #include "platform/core/Clock.h"
 #include "platform/core/CurlHttp.h"
 #include "platform/core/Device.h"
+#include "platform/core/LoginGuard.h"
 #include "platform/core/MainThread.h"
 #include "platform/core/PlistUserDefaults.h"
 #include "platform/core/Screen.h"
@@ -30,7 +31,8 @@ class RealServices final {
   platform::MainThread main_;
   platform::Threads threads_;
   platform::Timers timers_;
-  platform::CurlHttp http_;
+  platform::CurlHttp curl_;
+  platform::LoginGuard http_{curl_};
   platform::PlistUserDefaults defaults_;
   platform::Device device_;
   platform::Screen screen_;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "client/RVUtility.h"
+#include "platform/core/Http.h"
 #include "platform/core/Log.h"
 #include "platform/core/Services.h"
 #include "platform/core/UserDefaults.h"
@@ -83,6 +84,7 @@ void change(std::string_view key, const std::string& value, const char* serverCh
   defaults().setObject(key, std::move(specifier));
   defaults().setObject("ServerChanged", serverChanged);
   defaults().synchronize();
+  platform::services().http.userActed();
 }
 
 }  // namespace

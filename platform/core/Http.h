@@ -51,8 +51,8 @@ struct HttpAnswer {
   std::string message;  // what went wrong, for the log and for people; empty without error
 };
 
-// One synchronous exchange per call; any thread, several at once. Redirects are followed within http and
-// https, credentials never to another host. Any certificate is accepted. No proxy, no cache.
+// One synchronous exchange per call; any thread, several at once; never raises. Redirects are followed within
+// http and https, credentials never to another host. Any certificate is accepted. No proxy, no cache.
 class Http {
  public:
   static constexpr std::size_t kLargestAnswer = std::size_t{256} << 20;
@@ -65,6 +65,10 @@ class Http {
 
   // Ends every exchange under way, and every later one at once, as cancelled. For good: the program quits.
   virtual void cancelAll() = 0;
+
+  // The user did something after which a refused login is worth another try, such as changing a setting. See
+  // LoginGuard. Any thread.
+  virtual void userActed() {}
 
   // The time-out that an exchange with this setting really has: 0, less, or no number means the default.
   // What lies beyond a week is as good as for ever.
