@@ -1,5 +1,7 @@
 #include "client/DaemonOutcome.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace seedmote {
@@ -14,6 +16,7 @@ DaemonCondition ofError(HttpError error) {
     case HttpError::refused:
       return DaemonCondition::nobodyListens;
     case HttpError::badUrl:
+      return DaemonCondition::badAddress;
     case HttpError::unknownHost:
       return DaemonCondition::unknownHost;
     case HttpError::unreachable:
@@ -22,6 +25,8 @@ DaemonCondition ofError(HttpError error) {
       return DaemonCondition::noAnswer;
     case HttpError::noTls:
       return DaemonCondition::noTls;
+    case HttpError::needsTls:
+      return DaemonCondition::needsTls;
     case HttpError::tls:
       return DaemonCondition::tlsTrouble;
     case HttpError::notHttp:
@@ -31,6 +36,8 @@ DaemonCondition ofError(HttpError error) {
       return DaemonCondition::unreadable;
     case HttpError::cancelled:
       return DaemonCondition::cancelled;
+    case HttpError::silent:
+      return DaemonCondition::closedUnanswered;
     case HttpError::closed:
       return DaemonCondition::brokenOff;
     default:
@@ -38,10 +45,22 @@ DaemonCondition ofError(HttpError error) {
   }
 }
 
+// Web servers that speak TLS answer plain HTTP with a page of theirs: nginx, Apache, and those written in Go.
+bool asksForTls(std::string_view body) {
+  constexpr std::string_view kSentences[] = {"plain HTTP request was sent to HTTPS port",
+                                             "speaking plain HTTP to an SSL-enabled server port",
+                                             "sent an HTTP request to an HTTPS server"};
+  return std::any_of(std::begin(kSentences), std::end(kSentences), [body](std::string_view sentence) {
+    return body.find(sentence) != std::string_view::npos;
+  });
+}
+
 DaemonCondition ofStatus(int status, std::string_view body) {
   switch (status) {
     case 200:
       return body.starts_with('{') ? DaemonCondition::answered : DaemonCondition::notTransmission;
+    case 400:
+      return asksForTls(body) ? DaemonCondition::needsTls : DaemonCondition::notTransmission;
     case 401:
       return DaemonCondition::loginRefused;
     case 403:

@@ -16,16 +16,19 @@ enum class DaemonCondition {
   addressNotAllowed,  // 403, this machine is not on the daemon's whitelist
   hostNotAllowed,     // 421, the daemon does not know itself by this host name
   noTls,              // https was asked of a port that speaks none
+  needsTls,           // http was asked of a port that speaks TLS
   tlsTrouble,
   nobodyListens,
+  badAddress,  // the stored address and port make no URL
   unknownHost,
-  unreachable,      // no way to the host's network
-  noAnswer,         // in time
-  brokenOff,        // the connection ended before the answer did
-  notTransmission,  // an answer, but none that a Transmission daemon gives
-  unreadable,       // 200, but the body could not be read
-  failed,           // for a reason that `detail` tells
-  cancelled         // the program ends
+  unreachable,       // no way to the host's network
+  noAnswer,          // in time
+  closedUnanswered,  // http: closed or reset without one byte; often for want of TLS
+  brokenOff,         // the connection ended before the answer did
+  notTransmission,   // an answer, but none that a Transmission daemon gives
+  unreadable,        // 200, but the body could not be read
+  failed,            // for a reason that `detail` tells
+  cancelled          // the program ends
 };
 
 struct DaemonOutcome {
@@ -33,7 +36,7 @@ struct DaemonOutcome {
   std::string detail;  // what the transport or the reader said; may be empty
 };
 
-// Judges one answer by its transport error, its status and the first bytes of its body.
+// Judges one answer by its transport error, its status and what its body says.
 DaemonOutcome judgeAnswer(const platform::HttpAnswer& answer);
 
 }  // namespace seedmote

@@ -12,39 +12,48 @@ const char* words(DaemonCondition condition) {
     case DaemonCondition::notAsked:
       return "The daemon has not been asked yet. Its torrents appear here once it has answered.";
     case DaemonCondition::answered:
-      return "Something answered there, but it began no session as a Transmission daemon does. Check the "
-             "address and the port in the settings.";
+      return "Something answered there, but not as a Transmission daemon does. Check the address and the "
+             "port "
+             "in the settings.";
     case DaemonCondition::newSession:
-      return "The daemon has given out a new session id. Refresh to fetch the torrents.";
+      return "The daemon has begun a new session. Refresh to fetch its torrents.";
     case DaemonCondition::loginRefused:
       return "The daemon refused the user name or the password. Check both in the settings.";
     case DaemonCondition::lockedOut:
-      return "The daemon takes no more logins after too many refused ones. Restart the daemon, and check "
-             "user "
-             "name and password in the settings.";
+      return "The daemon lets nobody in any more after too many refused logins. Check user name and "
+             "password in the settings, then restart the daemon.";
     case DaemonCondition::addressNotAllowed:
-      return "The daemon does not let this device in. Add its address to the daemon's \"rpc-whitelist\".";
+      return "The daemon does not let this device in. Add this device's address to \"rpc-whitelist\" in the "
+             "daemon's own settings.";
     case DaemonCondition::hostNotAllowed:
-      return "The daemon does not know itself by this host name. Add the name to its \"rpc-host-whitelist\", "
-             "or "
-             "enter the daemon's IP address in the settings.";
+      return "The daemon does not know itself by this host name. Enter its IP address in the settings "
+             "instead, "
+             "or add the name to \"rpc-host-whitelist\" in the daemon's own settings.";
     case DaemonCondition::noTls:
       return "The daemon does not speak SSL on this port. Switch SSL off in the settings, or enter the port "
              "that does.";
+    case DaemonCondition::needsTls:
+      return "The daemon expects SSL on this port. Switch SSL on in the settings.";
     case DaemonCondition::tlsTrouble:
-      return "No secure connection to the daemon came about. Check the port and SSL in the settings.";
+      return "No secure connection to the daemon could be made. Check the port and SSL in the settings.";
     case DaemonCondition::nobodyListens:
       return "Nobody listens at this address and port. Check both in the settings, and that the daemon runs "
              "and allows remote access.";
+    case DaemonCondition::badAddress:
+      return "This address and port cannot be those of a daemon. Correct them in the settings.";
     case DaemonCondition::unknownHost:
-      return "This host is not known. Check the address in the settings, and this device's network.";
+      return "There is no host of this name. Check the address in the settings, and this device's network.";
     case DaemonCondition::unreachable:
       return "There is no way to this host. Check the address in the settings, and this device's network.";
     case DaemonCondition::noAnswer:
       return "The daemon did not answer in time. Check the address in the settings and the network, then "
              "refresh.";
+    case DaemonCondition::closedUnanswered:
+      return "The connection was closed without an answer. Refresh to try again. If the daemon expects SSL "
+             "on "
+             "this port, switch SSL on in the settings.";
     case DaemonCondition::brokenOff:
-      return "The connection broke off before the daemon's answer was complete. Refresh to try again.";
+      return "The connection broke off in the middle of an answer. Refresh to try again.";
     case DaemonCondition::notTransmission:
       return "What answers there is not a Transmission daemon. Check the address and the port in the "
              "settings.";

@@ -54,8 +54,8 @@ TEST_F(WireTest, WhateverAnswersFirstTheAttemptEndsWithAMessageAndACause) {
     DaemonCondition cause;
   };
   const Case cases[] = {
-      {"reset", replies::reset(), DaemonCondition::brokenOff},
-      {"closed", replies::nothing(), DaemonCondition::brokenOff},
+      {"reset", replies::reset(), DaemonCondition::closedUnanswered},
+      {"closed", replies::nothing(), DaemonCondition::closedUnanswered},
       {"garbage", replies::raw("garbage\r\n\r\n"), DaemonCondition::notTransmission},
       {"truncated", replies::truncated("{\"arg", 1000), DaemonCondition::brokenOff},
       {"empty", replies::json(""), DaemonCondition::notTransmission},

@@ -13,6 +13,9 @@ namespace {
 // A length that the server merely claims reserves no more than this; beyond it the body grows as it comes.
 constexpr std::size_t kLargestReserve = std::size_t{8} << 20;
 
+// So many bytes tell a TLS alert from anything else: its kind, and two of the version.
+constexpr std::size_t kAlertStart = 3;
+
 constexpr std::size_t kLargestHead = std::size_t{256} << 10;
 
 constexpr int kLongestPoll = 60'000;  // milliseconds; curl shortens it to its own next deadline
@@ -72,6 +75,7 @@ void CurlTransfer::set(CURLoption option, Value value) {
 void CurlTransfer::setRequest() {
   set(CURLOPT_URL, request_.url.c_str());
   set(CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_1});
+  set(CURLOPT_HTTP09_ALLOWED, 1L);   // what comes instead of HTTP is looked at in take()
   set(CURLOPT_ACCEPT_ENCODING, "");  // all that this libcurl can decode
   set(CURLOPT_PROXY, "");            // the environment names one perhaps; the daemon is at home
   set(CURLOPT_USERAGENT, "Seedmote");
@@ -147,7 +151,9 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   long status = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
   answer.status = static_cast<int>(status);
-  if (code == CURLE_OK && !headEnded_) {  // curl takes half a head for an answer without body
+  if (ownError_ == HttpError::none && !strange_.empty()) {
+    judgeStrangeBytes();
+  } else if (code == CURLE_OK && !headEnded_) {  // curl takes half a head for an answer without body
     ownError_ = HttpError::closed;
     ownMessage_ = "The connection ended inside the head of the answer.";
   } else if (code == CURLE_OK) {
@@ -164,7 +170,24 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &osError);
   answer.message = *text_ ? text_ : curl_easy_strerror(code);
   answer.error = httpErrorOf(code, answer.message, osError);
+  if (answer.error == HttpError::closed && headSize_ == 0 && isPlainHttp()) {
+    answer.error = HttpError::silent;
+  }
   return answer;
+}
+
+bool CurlTransfer::isPlainHttp() const {
+  const char* scheme = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_SCHEME, &scheme);
+  return scheme && curl_strequal(scheme, "http");
+}
+
+// A TLS server may answer plain HTTP with an alert: record kind 21, version 3.x.
+void CurlTransfer::judgeStrangeBytes() {
+  const bool isAlert = strange_.size() == kAlertStart && strange_.starts_with("\x15\x03") &&
+                       static_cast<unsigned char>(strange_.back()) <= 4;
+  ownError_ = isAlert ? HttpError::needsTls : HttpError::notHttp;
+  ownMessage_ = isAlert ? "The server answered with a TLS alert." : "The server answered, but not in HTTP.";
 }
 
 bool CurlTransfer::stopWhenCancelled() {
@@ -187,6 +210,10 @@ void CurlTransfer::reserveBody() {
 bool CurlTransfer::take(const char* data, std::size_t size) {
   if (stopWhenCancelled()) {  // curl reads on for as long as a fast server has more
     return false;
+  }
+  if (headSize_ == 0) {  // no status line came
+    strange_.append(data, std::min(size, kAlertStart - strange_.size()));
+    return strange_.size() < kAlertStart;
   }
   if (body_.empty()) {
     reserveBody();

@@ -55,6 +55,8 @@ class CurlTransfer final {
   CURLcode drive();
   bool stopWhenCancelled();
   HttpAnswer answerOf(CURLcode code);
+  bool isPlainHttp() const;
+  void judgeStrangeBytes();
   bool take(const char* data, std::size_t size);
   bool takeHeadLine(std::string_view line);
   void reserveBody();
@@ -70,6 +72,7 @@ class CurlTransfer final {
   HeaderList headers_{nullptr, curl_slist_free_all};
   CURLcode setupFailure_ = CURLE_OK;
   std::string body_;
+  std::string strange_;  // the first bytes of what came instead of HTTP
   std::size_t headSize_ = 0;
   bool headEnded_ = false;                // the empty line came
   HttpError ownError_ = HttpError::none;  // why a callback stopped the transfer

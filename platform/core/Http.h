@@ -32,8 +32,11 @@ enum class HttpError {
   refused,      // nobody listens there
   timedOut,
   noTls,     // https was asked of a port that speaks no TLS
+  needsTls,  // http was asked of a port that speaks TLS, and said so
   tls,       // any other TLS trouble
   closed,    // the connection ended before the answer did
+  silent,    // asked over http, the other end closed or reset the connection without one byte: often for want
+             // of TLS
   notHttp,   // something answered, but not in HTTP
   tooLarge,  // more than Http::kLargestAnswer bytes
   tooManyRedirects,

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include "json/JSONValue.h"
@@ -144,8 +145,18 @@ TEST(EmptyStateTest, SaysWhatIsTheMatter) {
   contains(state, "\"Verifying\"");
   state.setUp = false;
   contains(state, "settings have been confirmed");
-  for (int condition = 0; condition <= static_cast<int>(DaemonCondition::cancelled); ++condition) {
-    EXPECT_FALSE((EmptyState{.outcome = {static_cast<DaemonCondition>(condition), ""}}.sentence().empty()));
+}
+
+TEST(EmptyStateTest, EachCauseHasWordsOfItsOwnAndSslIsNamedWhereItMayBeTheCause) {
+  const std::set<DaemonCondition> aboutSsl = {DaemonCondition::noTls, DaemonCondition::needsTls,
+                                              DaemonCondition::tlsTrouble, DaemonCondition::closedUnanswered};
+  std::set<std::string> sentences;
+  for (int i = 0; i <= static_cast<int>(DaemonCondition::cancelled); ++i) {
+    const auto condition = static_cast<DaemonCondition>(i);
+    const std::string sentence = EmptyState{.outcome = {condition, ""}}.sentence();
+    EXPECT_TRUE(sentence.ends_with('.') && sentence.size() < 180) << sentence;
+    EXPECT_TRUE(sentences.insert(sentence).second) << sentence;
+    EXPECT_EQ(sentence.find("SSL") != std::string::npos, aboutSsl.contains(condition)) << sentence;
   }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/core/CurlHttp.h"
+#include "tests/support/Needs.h"
 #include "tests/support/TinyTorrent.h"
 
 namespace seedmote::support {
@@ -63,11 +64,4 @@ class RealDaemon final {
 
 }  // namespace seedmote::support
 
-// At the start of a test that needs the daemon: skips it where the daemon is not installed, but fails where
-// CI is set, so that a build machine never leaves the test out unnoticed.
-#define SEEDMOTE_NEEDS_REAL_DAEMON()                                       \
-  do {                                                                     \
-    const std::string reason = ::seedmote::support::RealDaemon::absence(); \
-    if (!reason.empty() && std::getenv("CI")) FAIL() << reason;            \
-    if (!reason.empty()) GTEST_SKIP() << reason;                           \
-  } while (false)
+#define SEEDMOTE_NEEDS_REAL_DAEMON() SEEDMOTE_NEEDS(::seedmote::support::RealDaemon::absence())

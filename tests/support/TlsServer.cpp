@@ -1,45 +1,19 @@
 #include "tests/support/TlsServer.h"
 
-#include <openssl/evp.h>
 #include <openssl/ssl.h>
-#include <openssl/x509.h>
 
 #include <climits>
 #include <stdexcept>
 
+#include "tests/support/SelfSigned.h"
+
 namespace seedmote::support {
 namespace {
-
-template <auto Free>
-struct Release {
-  template <class T>
-  void operator()(T* object) const {
-    Free(object);
-  }
-};
-using Key = std::unique_ptr<EVP_PKEY, Release<EVP_PKEY_free>>;
-using Certificate = std::unique_ptr<X509, Release<X509_free>>;
 
 void check(bool good, const char* what) {
   if (!good) {
     throw std::runtime_error(what);
   }
-}
-
-Certificate selfSigned(EVP_PKEY* key) {
-  Certificate certificate(X509_new());
-  check(certificate != nullptr, "X509_new");
-  X509_set_version(certificate.get(), X509_VERSION_3);
-  ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), 1);
-  X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -7200);
-  X509_gmtime_adj(X509_getm_notAfter(certificate.get()), -3600);
-  X509_set_pubkey(certificate.get(), key);
-  X509_NAME* name = X509_get_subject_name(certificate.get());
-  const auto* text = reinterpret_cast<const unsigned char*>("somebody.invalid");
-  check(X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC, text, -1, -1, 0) == 1, "X509_NAME");
-  X509_set_issuer_name(certificate.get(), name);
-  check(X509_sign(certificate.get(), key, EVP_sha256()) > 0, "X509_sign");
-  return certificate;
 }
 
 }  // namespace
@@ -78,11 +52,10 @@ class TlsServer::Stream final : public ByteStream {
 };
 
 TlsServer::TlsServer() : context_(std::make_unique<Context>()) {
-  const Key key(EVP_EC_gen("P-256"));
-  check(key && context_->ssl, "TLS");
-  const Certificate certificate = selfSigned(key.get());
-  check(SSL_CTX_use_certificate(context_->ssl.get(), certificate.get()) == 1, "SSL_CTX_use_certificate");
-  check(SSL_CTX_use_PrivateKey(context_->ssl.get(), key.get()) == 1, "SSL_CTX_use_PrivateKey");
+  const SelfSigned own;
+  check(context_->ssl != nullptr, "TLS");
+  check(SSL_CTX_use_certificate(context_->ssl.get(), own.certificate()) == 1, "SSL_CTX_use_certificate");
+  check(SSL_CTX_use_PrivateKey(context_->ssl.get(), own.key()) == 1, "SSL_CTX_use_PrivateKey");
 }
 
 TlsServer::~TlsServer() = default;

@@ -6,8 +6,7 @@
 
 namespace seedmote::support {
 
-// Speaks TLS with a self-signed certificate that is made on the spot, for a name that fits nobody and
-// expired long ago: what a home server shows at its worst.
+// Speaks TLS with a certificate that nobody trusts (SelfSigned).
 class TlsServer final {
  public:
   TlsServer();

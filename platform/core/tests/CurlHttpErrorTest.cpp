@@ -41,6 +41,7 @@ void expectFailure(const HttpAnswer& answer, HttpError error, int status, const 
 
 TEST(CurlHttpError, WhatAServerAnswers) {
   const std::string head = "HTTP/1.1 200 OK\r\n";
+  const std::string alert("\x15\x03\x03\x00\x02\x02\x0a", 7);
   std::string manyHeaders;
   for (int i = 0; i < 100'000; ++i) {
     manyHeaders += "X: y\r\n";
@@ -52,8 +53,16 @@ TEST(CurlHttpError, WhatAServerAnswers) {
     int status;
   };
   const std::vector<Case> cases = {
-      {"closes without a word", replies::nothing(), HttpError::closed, 0},
-      {"resets", replies::reset(), HttpError::closed, 0},
+      {"closes without a word", replies::nothing(), HttpError::silent, 0},
+      {"resets", replies::reset(), HttpError::silent, 0},
+      {"TLS alert", replies::raw(alert), HttpError::needsTls, 0},
+      {"TLS alert in pieces", replies::slowly(replies::raw(alert), std::chrono::milliseconds(1)),
+       HttpError::needsTls, 0},
+      {"another TLS record", replies::raw("\x16" + alert.substr(1)), HttpError::notHttp, 0},
+      {"half an alert", replies::raw(alert.substr(0, 2)), HttpError::notHttp, 0},
+      {"alert of no known version", replies::raw("\x15\x03\xff"), HttpError::notHttp, 0},
+      {"one byte", replies::raw("\n"), HttpError::notHttp, 0},
+      {"garbage without end", replies::endless("garbage"), HttpError::notHttp, 0},
       {"ends inside the head", replies::raw(head + "Content-Le"), HttpError::closed, 200},
       {"ends inside the body", replies::truncated("{\"argu", 4000), HttpError::closed, 200},
       {"ends inside a chunk", replies::raw(head + "Transfer-Encoding: chunked\r\n\r\n8\r\nabc"),
@@ -89,6 +98,20 @@ TEST(CurlHttpError, WhatAServerAnswers) {
   EXPECT_EQ(http.exchange(post(daemon.url())).status, 409) << "usable after every failure";
 }
 
+TEST(CurlHttpError, AConnectionThatWorkedOnceIsNotSilentForWantOfTls) {
+  LoopbackDaemon tls({.tls = true});
+  tls.setReply(replies::nothing());
+  CurlHttp http;
+  EXPECT_EQ(http.exchange(post(tls.url())).error, HttpError::closed);
+  LoopbackDaemon plain;
+  for (const Reply& end : {replies::nothing(), replies::reset()}) {
+    plain.setHandler({});
+    EXPECT_EQ(http.exchange(post(plain.url())).status, 409);
+    plain.setReply(end);
+    EXPECT_EQ(http.exchange(post(plain.url())).error, HttpError::closed) << "on the kept connection";
+  }
+}
+
 TEST(CurlHttpError, WhereNothingIsSent) {
   const FakeNames names;
   CurlHttp http;
@@ -119,7 +142,7 @@ TEST(CurlHttpError, WhereNothingIsSent) {
       {onPort("https", silent.port()), HttpError::timedOut},
       {onPort("http", off.port()), HttpError::timedOut},
       {onPort("https", plain.port()), HttpError::noTls},
-      {onPort("http", tls.port()), HttpError::closed},
+      {onPort("http", tls.port()), HttpError::silent},
       {onPort("https", strict.port()), HttpError::tls},
   };
   for (const Case& one : cases) {
