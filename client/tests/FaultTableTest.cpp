@@ -45,8 +45,10 @@ const std::vector<Fault>& faultTable() {
   using C = DaemonCondition;
   static const std::vector<Fault> table = {
       {"refused", Kind::failed, nullptr, "0", C::nobodyListens},
-      {"reset", Kind::failed, [](auto&) { return replies::reset(); }, "0", C::brokenOff},
-      {"closed", Kind::failed, [](auto&) { return replies::nothing(); }, "0", C::brokenOff},
+      {"reset", Kind::failed, [](auto&) { return replies::reset(); }, "0", C::brokenOff, false,
+       C::closedUnanswered},
+      {"closed", Kind::failed, [](auto&) { return replies::nothing(); }, "0", C::brokenOff, false,
+       C::closedUnanswered},
       {"hang", Kind::failed, [](auto&) { return replies::hang(); }, "0", C::noAnswer, true},
       {"oneByteASecond", Kind::failed, [](auto&) { return trickling(); }, "0", C::noAnswer, true},
       {"garbage", Kind::failed, [](auto&) { return replies::raw("garbage\r\n\r\n"); }, "0",
