@@ -1,0 +1,160 @@
+#include "client/RVDownload.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <thread>
+
+#include "client/tests/ClientFixture.h"
+#include "platform/core/CurlHttp.h"
+#include "tests/support/LoopbackDaemon.h"
+
+namespace seedmote {
+namespace {
+
+using platform::HttpAnswer;
+using platform::HttpError;
+using testing::ElementsAre;
+using testing::StartsWith;
+
+constexpr const char* kUrl = "http://10.0.0.8/a.torrent";
+constexpr const char* kWaiting = "waiting for downloading file\n";
+
+class RVDownloadTest : public ClientFixture {
+ protected:
+  // Lets the clock go on until `count` seconds of waiting were logged.
+  void passSeconds(int count) {
+    for (int second = 1; second <= count; ++second) {
+      services.spinUntil([this] { return services.clock.sleeping() == 1; });
+      services.clock.advanceSeconds(1);
+      services.spinUntil([&] { return lines.count(kWaiting) == second; });
+    }
+  }
+};
+
+TEST_F(RVDownloadTest, OnlyBytesEndTheBlocking) {
+  struct Case {
+    const char* what;
+    HttpAnswer answer;
+    const char* line;
+    bool blocking;
+  };
+  const Case cases[] = {
+      {"500 bytes, zeros among them", page(200, std::string(500, '\0')), "Download finished, lenght = 500\n",
+       false},
+      {"an error page", page(404, "not here"), "Download finished, lenght = 8\n", false},
+      {"nothing", page(200, ""), "Nothing was downloaded.", true},
+      {"an error", failure(HttpError::refused), "Error = scripted", true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    lines.clear();
+    enqueue({c.answer});
+    RVDownload download;
+    EXPECT_TRUE(download.blocking());
+    EXPECT_EQ(download.resData(), std::nullopt);
+    download.downloadFile(kUrl);
+    services.finishThreads();
+    EXPECT_THAT(lines.records(), ElementsAre("Download started", c.line));
+    EXPECT_EQ(download.blocking(), c.blocking);
+    EXPECT_EQ(download.resData(), c.blocking ? std::nullopt : std::optional(c.answer.body));
+    if (!c.blocking) {
+      EXPECT_EQ(download.getDownloadFile(), c.answer.body);
+    }
+  }
+}
+
+TEST_F(RVDownloadTest, ANewDownloadBlocksAgainAndAFailedOneKeepsTheOldBytes) {
+  enqueue({page(200, "first"), page(200, ""), page(200, "third")});
+  RVDownload download;
+  const auto fetch = [&] {
+    download.downloadFile(kUrl);
+    services.finishThreads();
+  };
+  fetch();
+  fetch();
+  EXPECT_TRUE(download.blocking());
+  EXPECT_EQ(download.resData(), "first");
+  fetch();
+  EXPECT_EQ(download.getDownloadFile(), "third");
+}
+
+TEST_F(RVDownloadTest, TheMainThreadLooksOnceASecondWhileTheWindowLives) {
+  services.scripted.hold();
+  enqueue({page(200, "bytes")});
+  RVDownload download;
+  download.downloadFile(kUrl);
+  std::atomic<bool> painted{false};
+  services.main.post([&] { painted = true; }, platform::MainThread::Lane::overlay);
+  std::thread time([&] {
+    const auto pass = [&](auto done) {
+      while (!done()) {
+        std::this_thread::yield();
+      }
+      services.clock.advanceSeconds(1);
+    };
+    pass([&] { return painted && services.clock.sleeping() == 1; });
+    pass([&] { return lines.count(kWaiting) == 1 && services.clock.sleeping() == 1; });
+    services.scripted.release();
+    pass(
+        [&] { return lines.count(kWaiting) == 2 && services.clock.sleeping() == 1 && !download.blocking(); });
+  });
+  EXPECT_EQ(download.getDownloadFile(), "bytes");
+  EXPECT_EQ(lines.count(kWaiting), 3);
+  time.join();
+}
+
+TEST_F(RVDownloadTest, WhatNeverSucceedsIsWaitedForUntilTheProgramEnds) {
+  enqueue({page(200, "")});
+  RVDownload download;
+  download.downloadFile(kUrl);
+  services.finishThreads();
+  std::atomic<bool> returned{false};
+  std::optional<std::string> got = "not yet";
+  services.threads.start("caller", [&] {
+    got = download.getDownloadFile();
+    returned = true;
+  });
+  passSeconds(70);
+  EXPECT_FALSE(returned);
+  services.main.quit();
+  ASSERT_TRUE(services.threads.join(std::chrono::minutes(1)));
+  EXPECT_EQ(got, std::nullopt);
+  EXPECT_EQ(lines.count(kWaiting), 70);
+  EXPECT_EQ(RVDownload().getDownloadFile(), std::nullopt) << "on the main thread, after the end began";
+}
+
+TEST_F(RVDownloadTest, GoesWhileItsDownloadRuns) {
+  services.scripted.hold();
+  enqueue({page(200, "bytes")});
+  std::optional<RVDownload> download(std::in_place);
+  download->downloadFile(kUrl);
+  ASSERT_TRUE(services.scripted.waitForRequests(1, std::chrono::minutes(1)));
+  download.reset();
+  services.scripted.release();
+  services.finishThreads();
+  EXPECT_TRUE(lines.contains("Download finished, lenght = 5\n"));
+}
+
+TEST(RVDownloadWireTest, SendsAPlainGet) {
+  support::LoopbackDaemon server;
+  const std::string torrent = "d4:infod" + std::string("\0\xff", 2) + "ee";
+  server.setReply(support::replies::answer(200, torrent));
+  platform::CurlHttp http;
+  support::TestServices services(&http);
+  RVDownload download;
+  download.downloadFile(server.url("/some%20file.torrent?x=1"));
+  services.finishThreads();
+  EXPECT_EQ(download.getDownloadFile(), torrent);
+  ASSERT_EQ(server.requests().size(), 1U);
+  const support::RecordedRequest sent = server.requests().front();
+  EXPECT_THAT(sent.raw,
+              StartsWith("GET /some%20file.torrent?x=1 HTTP/1.1\r\nHost: " + server.address() + "\r\n"));
+  EXPECT_EQ(sent.body, "");
+  for (const char* ofTheDaemon : {"Authorization", "X-Transmission-Session-Id", "Content-Type"}) {
+    EXPECT_EQ(sent.header(ofTheDaemon), std::nullopt) << ofTheDaemon;
+  }
+}
+
+}  // namespace
+}  // namespace seedmote
