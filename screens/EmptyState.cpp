@@ -13,8 +13,7 @@ const char* words(DaemonCondition condition) {
       return "The daemon has not been asked yet. Its torrents appear here once it has answered.";
     case DaemonCondition::answered:
       return "Something answered there, but not as a Transmission daemon does. Check the address and the "
-             "port "
-             "in the settings.";
+             "port in the settings.";
     case DaemonCondition::newSession:
       return "The daemon has begun a new session. Refresh to fetch its torrents.";
     case DaemonCondition::loginRefused:
@@ -23,22 +22,21 @@ const char* words(DaemonCondition condition) {
       return "The daemon lets nobody in any more after too many refused logins. Check user name and "
              "password in the settings, then restart the daemon.";
     case DaemonCondition::addressNotAllowed:
-      return "The daemon does not let this device in. Add this device's address to \"rpc-whitelist\" in the "
-             "daemon's own settings.";
+      return "The daemon does not let this device in. Add this device's address to \"rpc-whitelist\" in "
+             "the daemon's own settings.";
     case DaemonCondition::hostNotAllowed:
       return "The daemon does not know itself by this host name. Enter its IP address in the settings "
-             "instead, "
-             "or add the name to \"rpc-host-whitelist\" in the daemon's own settings.";
+             "instead, or add the name to \"rpc-host-whitelist\" in the daemon's own settings.";
     case DaemonCondition::noTls:
-      return "The daemon does not speak SSL on this port. Switch SSL off in the settings, or enter the port "
-             "that does.";
+      return "The daemon does not speak SSL on this port. Switch SSL off in the settings, or enter the "
+             "port that does.";
     case DaemonCondition::needsTls:
       return "The daemon expects SSL on this port. Switch SSL on in the settings.";
     case DaemonCondition::tlsTrouble:
       return "No secure connection to the daemon could be made. Check the port and SSL in the settings.";
     case DaemonCondition::nobodyListens:
-      return "Nobody listens at this address and port. Check both in the settings, and that the daemon runs "
-             "and allows remote access.";
+      return "Nobody listens at this address and port. Check both in the settings, and that the daemon "
+             "runs and allows remote access.";
     case DaemonCondition::badAddress:
       return "This address and port cannot be those of a daemon. Correct them in the settings.";
     case DaemonCondition::unknownHost:
@@ -50,8 +48,7 @@ const char* words(DaemonCondition condition) {
              "refresh.";
     case DaemonCondition::closedUnanswered:
       return "The connection was closed without an answer. Refresh to try again. If the daemon expects SSL "
-             "on "
-             "this port, switch SSL on in the settings.";
+             "on this port, switch SSL on in the settings.";
     case DaemonCondition::brokenOff:
       return "The connection broke off in the middle of an answer. Refresh to try again.";
     case DaemonCondition::notTransmission:

@@ -87,17 +87,19 @@ TEST_F(RVDownloadTest, TheMainThreadLooksOnceASecondWhileTheWindowLives) {
   std::atomic<bool> painted{false};
   services.main.post([&] { painted = true; }, platform::MainThread::Lane::overlay);
   std::thread time([&] {
-    const auto pass = [&](auto done) {
+    const auto await = [&](auto done) {
       while (!done()) {
         std::this_thread::yield();
       }
-      services.clock.advanceSeconds(1);
     };
-    pass([&] { return painted && services.clock.sleeping() == 1; });
-    pass([&] { return lines.count(kWaiting) == 1 && services.clock.sleeping() == 1; });
-    services.scripted.release();
-    pass(
-        [&] { return lines.count(kWaiting) == 2 && services.clock.sleeping() == 1 && !download.blocking(); });
+    for (int second = 0; second < 3; ++second) {
+      await([&] { return lines.count(kWaiting) == second && services.clock.sleeping() == 1; });
+      if (second == 2) {
+        services.scripted.release();
+        await([&] { return painted && !download.blocking(); });
+      }
+      services.clock.advanceSeconds(1);
+    }
   });
   EXPECT_EQ(download.getDownloadFile(), "bytes");
   EXPECT_EQ(lines.count(kWaiting), 3);

@@ -7,12 +7,13 @@
 
 #include "client/RVTrans.h"
 #include "platform/core/CurlHttp.h"
+#include "platform/core/LoginGuard.h"
 #include "tests/support/TestServices.h"
 #include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 
-// The client over real sockets.
+// The client over real sockets, as the program runs it.
 class WireFixture : public testing::Test {
  protected:
   ~WireFixture() override {
@@ -37,7 +38,8 @@ class WireFixture : public testing::Test {
 
   std::string user;
   std::string password;
-  platform::CurlHttp http;
+  platform::CurlHttp curl;
+  platform::LoginGuard http{curl};
   support::TestServices services{&http};
 };
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "client/tests/WireFixture.h"
+#include "platform/core/BackgroundPoll.h"
 #include "tests/support/LoopbackDaemon.h"
 #include "tests/support/Replies.h"
 
@@ -84,6 +85,39 @@ TEST_F(WireTest, WhateverAnswersFirstTheAttemptEndsWithAMessageAndACause) {
   daemon.setHandler({});
   attempt();
   EXPECT_TRUE(RVTrans::isConnected()) << "a daemon that behaves again is connected";
+}
+
+TEST_F(WireTest, ATimersPollGivesUpARefusedLoginUntilTheUserActs) {
+  LoopbackDaemon daemon;
+  user = "user";
+  password = "secret";
+  daemon.model().setCredentials("user:secret");
+  useDaemonAt(daemon.port());
+  attempt();
+  daemon.model().setCredentials("user:another");
+  daemon.forgetRequests();
+  platform::BackgroundPoll poll(services.main, services.threads, "statistics", [] {
+    RVTrans::getSessionStatus();
+    return nullptr;
+  });
+  const auto timer = services.timers.repeat("statistics", 10, [&poll] { poll.tick(); });
+  const auto pass = [this](int turns) {
+    for (int turn = 0; turn < turns; ++turn) {
+      services.clock.advanceSeconds(10);
+      services.finishThreads();
+    }
+  };
+  pass(6);
+  EXPECT_EQ(daemon.requests().size(), 3U);
+  RVTrans::updateAllTorrents();
+  EXPECT_EQ(daemon.requests().size(), 4U) << "the user's own request is sent";
+  EXPECT_EQ(RVTrans::listOutcome().condition, DaemonCondition::loginRefused);
+  pass(6);
+  EXPECT_EQ(daemon.requests().size(), 6U);
+  daemon.model().setCredentials("user:secret");
+  RVTrans::updateAllTorrents();
+  pass(2);
+  EXPECT_EQ(daemon.requests().size(), 9U) << "a login that is taken ends it";
 }
 
 TEST_F(WireTest, QuittingEndsAHangingRequest) {

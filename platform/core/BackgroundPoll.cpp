@@ -1,7 +1,9 @@
 #include "platform/core/BackgroundPoll.h"
 
+#include <exception>
 #include <utility>
 
+#include "platform/core/Log.h"
 #include "platform/core/MainThread.h"
 #include "platform/core/Origin.h"
 #include "platform/core/Threads.h"
@@ -13,6 +15,22 @@ struct BackgroundPoll::State {
   bool underWay = false;
   bool wanted = true;
 };
+
+namespace {
+
+// Nobody waits for this job, so what it raises is logged and ends nobody's message.
+BackgroundPoll::Apply runQuietly(const std::string& name, const BackgroundPoll::Job& job) {
+  try {
+    return job();
+  } catch (const std::exception& raised) {
+    log("Raised in %@: %@\n", name, raised.what());
+  } catch (...) {
+    log("Raised in %@: something that is no exception\n", name);
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 BackgroundPoll::BackgroundPoll(MainThread& main, Threads& threads, std::string name, Job job)
     : main_(main),
@@ -30,8 +48,7 @@ void BackgroundPoll::tick() {
     return;
   }
   threads_.start(name_, [&main = main_, state = state_, name = name_, job = job_, origin = currentOrigin()] {
-    Apply apply;
-    main.guard(name, [&] { apply = job(); });
+    const Apply apply = runQuietly(name, job);
     main.post(
         [state, apply, origin] {
           state->underWay = false;

@@ -18,7 +18,7 @@ class BackgroundPoll final {
   // Runs on a background thread; returns what is then to be done on the main thread, or null.
   using Job = std::function<Apply()>;
 
-  // `name` is the thread's, and stands in the log when the job raises.
+  // `name` is the thread's, and stands in the log when the job raises, which is told to nobody else.
   BackgroundPoll(MainThread& main, Threads& threads, std::string name, Job job);
   // What is under way is not applied any more; the job must not use what goes with its owner.
   ~BackgroundPoll();

@@ -64,6 +64,8 @@ TEST_F(BackgroundPollTest, ARequestThatRaisesOrOutlivesItsOwnerAppliesNothing) {
   services.finishThreads();
   EXPECT_EQ(applied, 0);
   int tries = 0;
+  int told = 0;
+  services.main.setRaisedHandler([&told](const std::exception_ptr&) { ++told; });
   BackgroundPoll broken(services.main, services.threads, "broken", [&]() -> BackgroundPoll::Apply {
     ++tries;
     throw std::runtime_error("odd");
@@ -73,6 +75,7 @@ TEST_F(BackgroundPollTest, ARequestThatRaisesOrOutlivesItsOwnerAppliesNothing) {
   broken.tick();
   services.finishThreads();
   EXPECT_EQ(tries, 2) << "the next turn tries again";
+  EXPECT_EQ(told, 0) << "somebody else's message must not end";
 }
 
 }  // namespace
