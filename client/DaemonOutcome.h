@@ -23,7 +23,7 @@ enum class DaemonCondition {
   unknownHost,
   unreachable,       // no way to the host's network
   noAnswer,          // in time
-  closedUnanswered,  // http: closed or reset without one byte; often for want of TLS
+  closedUnanswered,  // http: closed or reset before an answer began; often for want of TLS
   brokenOff,         // the connection ended before the answer did
   notTransmission,   // an answer, but none that a Transmission daemon gives
   unreadable,        // 200, but the body could not be read

@@ -34,9 +34,8 @@ enum class HttpError {
   noTls,     // https was asked of a port that speaks no TLS
   needsTls,  // http was asked of a port that speaks TLS, and said so
   tls,       // any other TLS trouble
-  closed,    // the connection ended before the answer did
-  silent,    // asked over http, the other end closed or reset the connection without one byte: often for want
-             // of TLS
+  closed,    // any other connection that ended before the answer did
+  silent,    // over http, the connection ended before the first line of an answer: often for want of TLS
   notHttp,   // something answered, but not in HTTP
   tooLarge,  // more than Http::kLargestAnswer bytes
   tooManyRedirects,
