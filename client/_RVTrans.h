@@ -156,7 +156,7 @@ class _RVTrans final {
   std::uint64_t listsStored() const;
   void removeTorrent(std::int64_t torrent, const std::optional<TorrentIdentity>& meant);
   json::Value askForTorrent(std::int64_t torrent);
-  json::Value addTorrent(const std::string& key, const std::string& value);
+  json::Value addTorrent(const RVSOAPRequest& request);
 
   platform::Shared<RVDaemonInfo> daemonInfo_;
   std::shared_ptr<RVSessionStatus> sessionInfo_;

@@ -26,6 +26,10 @@ RVSOAPRequest command(const char* method, const std::vector<std::pair<std::strin
   return {method, json::JSONRepresentation(json::Value::dictionary(arguments)), std::nullopt};
 }
 
+RVSOAPRequest torrentAdd(const char* key, std::string_view value) {
+  return command("torrent-add", {{key, json::Value::string(value)}});
+}
+
 const char* whyNotDeleted(RemovalGuard::Verdict verdict) {
   return verdict == RemovalGuard::Verdict::noTorrent
              ? "Not deleted!\nThe daemon no longer has this torrent."
@@ -91,16 +95,19 @@ json::Value _RVTrans::addTorrentFile(const std::string& file) {
 
 json::Value _RVTrans::addTorrentData(const std::optional<std::string>& contents) {
   log("addTorrentData\n");
-  return addTorrent("metainfo", RVUtility::Data2Base64(contents.value_or("")));
+  // A large file takes its time to become text.
+  return addTorrent(platform::services().main.wait([&contents] {
+    return torrentAdd("metainfo", RVUtility::Data2Base64(contents ? std::string_view(*contents) : ""));
+  }));
 }
 
 json::Value _RVTrans::addTorrentURL(const std::string& link) {
   log("addTorrentURL URL = %@", link);
-  return addTorrent("filename", link);
+  return addTorrent(torrentAdd("filename", link));
 }
 
-json::Value _RVTrans::addTorrent(const std::string& key, const std::string& value) {
-  const RVSOAPResult result = sendCommand(command("torrent-add", {{key, json::Value::string(value)}}));
+json::Value _RVTrans::addTorrent(const RVSOAPRequest& request) {
+  const RVSOAPResult result = sendCommand(request);
   return withEntry(result.getResponseDict(), "statuscode", json::Value::string(result.statuscode));
 }
 
