@@ -13,6 +13,7 @@
 #include "app/Snapshot.h"
 #include "json/Log.h"
 #include "platform/core/Log.h"
+#include "platform/ui/InputMethodKeyboard.h"
 #include "settings/RVSettingsStore.h"
 #include "settings/SettingsCommand.h"
 #include "widgets/TextMeasure.h"
@@ -21,7 +22,6 @@ namespace seedmote {
 
 using platform::Device;
 using platform::Idiom;
-using platform::Screen;
 using platform::Size;
 
 namespace {
@@ -90,8 +90,7 @@ int Program::run(int argc, char** argv) {
 int Program::storeSettings(int argc, char** argv) {
   platform::silenceLog();
   const QCoreApplication application(argc, argv);
-  const RealServices services(Device(Idiom::tablet, line_.systemVersion, thisDevice()),
-                              Screen(kUprightTablet));
+  const RealServices services(Device(Idiom::tablet, line_.systemVersion, thisDevice()), kUprightTablet);
   RVSettingsStore store = storedSettings();
   return SettingsCommand(store, std::cin, std::cerr).run(line_.settings);
 }
@@ -110,7 +109,8 @@ int Program::showWindow(int argc, char** argv) {
 
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
   const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
-                              Screen(idiom == Idiom::tablet ? kUprightTablet : kUprightPhone));
+                              idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  const platform::InputMethodKeyboard keyboard(platform::services().screen);
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
   const SignalWatcher signalWatcher([] { platform::services().main.quit(); });

@@ -4,6 +4,7 @@
 #include "client/RVUtility.h"
 #include "platform/core/Device.h"
 #include "platform/core/Log.h"
+#include "platform/core/Screen.h"
 #include "platform/core/Services.h"
 
 namespace seedmote {
@@ -16,7 +17,6 @@ namespace {
 
 constexpr int kTopbarColor = 32;
 constexpr float kStatusBarSystem = 7.0F;  // since then the content begins below the status bar
-constexpr double kStatusBarHeight = 20;
 
 float systemVersion() {
   return platform::services().device.systemVersionNumber();
@@ -24,7 +24,7 @@ float systemVersion() {
 
 // Keeps the view as large as the root view, but for the status bar.
 void fillBelowStatusBar(QQuickItem& view, QQuickItem& rootView) {
-  const double top = systemVersion() >= kStatusBarSystem ? kStatusBarHeight : 0;
+  const double top = systemVersion() >= kStatusBarSystem ? platform::Screen::kStatusBarHeight : 0;
   const auto follow = [&view, &rootView, top] {
     view.setPosition({0, top});
     view.setSize({rootView.width(), rootView.height() - top});
@@ -55,7 +55,7 @@ bool RVAppDelegate::didFinishLaunchingWithOptions() {
     log("Setup all controllers\n");
   }
   LayoutLoader layouts(*window_->engine());
-  auto* rootView = new RootView(idiom, window_->contentItem());
+  auto* rootView = new RootView(idiom, platform::services().screen, window_->contentItem());
   const auto layoutOf = [idiom](const char* controller) {
     return LayoutLoader::layoutName(controller, idiom);
   };

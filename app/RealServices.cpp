@@ -14,12 +14,12 @@ namespace {
 constexpr std::chrono::milliseconds kPatience{900};
 }
 
-RealServices::RealServices(platform::Device device, platform::Screen screen)
+RealServices::RealServices(platform::Device device, platform::Size uprightScreen)
     : threads_(clock_, main_),
       timers_(clock_, main_),
       defaults_(platform::standardDefaultsPath()),
       device_(std::move(device)),
-      screen_(screen),
+      screen_(uprightScreen),
       scope_({clock_, main_, timers_, threads_, http_, defaults_, device_, screen_}) {
   main_.onQuit([this] { http_.cancelAll(); });
   main_.onQuit([this] { threads_.stop(); });

@@ -20,7 +20,7 @@ namespace seedmote {
 // this object's lifetime. Made on the main thread after the application object.
 class RealServices final {
  public:
-  RealServices(platform::Device device, platform::Screen screen);
+  RealServices(platform::Device device, platform::Size uprightScreen);
   // Ends what still runs; threads that do not end within a second end the process.
   ~RealServices();
   RealServices(const RealServices&) = delete;

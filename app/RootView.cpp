@@ -2,7 +2,8 @@
 
 namespace seedmote {
 
-RootView::RootView(platform::Idiom idiom, QQuickItem* frame) : QQuickItem(frame), idiom_(idiom) {
+RootView::RootView(platform::Idiom idiom, platform::Screen& screen, QQuickItem* frame)
+    : QQuickItem(frame), idiom_(idiom), screen_(screen) {
   setTransformOrigin(QQuickItem::TopLeft);
   connect(frame, &QQuickItem::widthChanged, this, &RootView::follow);
   connect(frame, &QQuickItem::heightChanged, this, &RootView::follow);
@@ -18,6 +19,7 @@ void RootView::follow() {
       idiom_ == platform::Idiom::tablet ? frame.width() / kTabletWidth : frame.height() / kPhoneHeight;
   setScale(pixels);
   setSize(frame / pixels);
+  screen_.setSizeAsRead({width(), height()});
 }
 
 }  // namespace seedmote

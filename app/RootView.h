@@ -3,11 +3,12 @@
 #include <QQuickItem>
 
 #include "platform/core/Device.h"
+#include "platform/core/Screen.h"
 
 namespace seedmote {
 
 // The view that holds every screen. It is measured in points, always 1024 wide on a tablet and 375 high
-// on a phone, and is scaled so that it fills its window.
+// on a phone, and is scaled so that it fills its window, whose shape makes the screen's.
 class RootView final : public QQuickItem {
   Q_OBJECT
 
@@ -15,13 +16,14 @@ class RootView final : public QQuickItem {
   static constexpr double kTabletWidth = 1024;
   static constexpr double kPhoneHeight = 375;
 
-  // Follows the size of `frame`, which becomes its parent.
-  RootView(platform::Idiom idiom, QQuickItem* frame);
+  // Follows the size of `frame`, which becomes its parent, and tells `screen` its own.
+  RootView(platform::Idiom idiom, platform::Screen& screen, QQuickItem* frame);
 
  private:
   void follow();
 
   platform::Idiom idiom_;
+  platform::Screen& screen_;
 };
 
 }  // namespace seedmote

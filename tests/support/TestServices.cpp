@@ -8,7 +8,9 @@
 namespace seedmote::support {
 
 TestServices::TestServices(platform::Http* ownHttp, platform::Idiom idiom)
-    : http(ownHttp != nullptr ? *ownHttp : scripted), device(idiom, "7.0", "test device") {
+    : http(ownHttp != nullptr ? *ownHttp : scripted),
+      device(idiom, "7.0", "test device"),
+      screen(idiom == platform::Idiom::tablet ? platform::Size{768, 1024} : platform::Size{375, 667}) {
   main.onQuit([this] { http.cancelAll(); });
   main.onQuit([this] { threads.stop(); });
   showWhatIsRaised(main);

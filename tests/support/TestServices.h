@@ -43,7 +43,7 @@ class TestServices final {
   platform::Http& http;
   platform::MemoryUserDefaults defaults;
   platform::Device device;
-  platform::Screen screen{{768, 1024}};
+  platform::Screen screen;
 
  private:
   platform::ServicesScope scope_{{clock, main, timers, threads, http, defaults, device, screen}};
