@@ -1,5 +1,6 @@
 #include "widgets/OvProgressHUD.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <cmath>
 #include <memory>
@@ -7,6 +8,8 @@
 #include "platform/core/Log.h"
 #include "platform/core/MainThread.h"
 #include "platform/core/Services.h"
+#include "widgets/PanelLayout.h"
+#include "widgets/PanelPosition.h"
 
 namespace seedmote {
 
@@ -15,10 +18,9 @@ using Lane = platform::MainThread::Lane;
 
 namespace {
 
-constexpr QSizeF kTextLimit(200, 300);
-constexpr double kPlainSide = 100;
-constexpr double kMargin = 24;
-constexpr double kButtonRow = 40;
+constexpr double kEntryScale = 1.3;
+constexpr double kExitScale = 0.8;
+constexpr double kShortestDelay = 0.0001;
 const QString kCountdownOff = QStringLiteral(" ");
 
 std::unique_ptr<OvProgressHUD>& slot() {
@@ -26,10 +28,10 @@ std::unique_ptr<OvProgressHUD>& slot() {
   return view;
 }
 
-QSizeF measureRoughly(const QString& text, QSizeF within) {
+OvProgressHUD::MeasuredText measureRoughly(const QString& text, QSizeF within) {
   constexpr double kCharacter = 9;
   constexpr double kLine = 19;
-  return {std::min(within.width(), text.size() * kCharacter), text.isEmpty() ? 0 : kLine};
+  return {QSizeF(std::min(within.width(), text.size() * kCharacter), kLine)};
 }
 
 QString fromUtf8(const std::string& text) {
@@ -47,6 +49,7 @@ OvProgressHUD* OvProgressHUD::sharedView() {
 
 void OvProgressHUD::dropSharedView() {
   slot().reset();
+  fullyShown_ = false;
 }
 
 void OvProgressHUD::onMain(const char* where, std::function<void(OvProgressHUD&)> work) {
@@ -107,10 +110,8 @@ void OvProgressHUD::showErrorWithStatus(const std::string& status, double durati
 }
 
 void OvProgressHUD::setStatus(const std::string& status) {
-  onMain("setStatus", [text = fromUtf8(status)](OvProgressHUD& hud) {
-    hud.apply(text);
-    Q_EMIT hud.changed();
-  });
+  onMain("setStatus",
+         [text = fromUtf8(status)](OvProgressHUD& hud) { hud.animate(0, [&] { hud.layOut(text); }); });
 }
 
 void OvProgressHUD::dismiss() {
@@ -132,118 +133,185 @@ void OvProgressHUD::dismissWithStatus(const std::string& status, bool error, dou
 
 void OvProgressHUD::setTimeout(const std::string& value) {
   log("Ov timeout value = %@\n", value);
-  postToMain([text = fromUtf8(value)](OvProgressHUD& hud) {
-    if (hud.panelShown_ && hud.countdown_ != kCountdownOff) {
-      hud.countdown_ = text;
-      Q_EMIT hud.counted();
-    }
-  });
+  postToMain([text = fromUtf8(value)](OvProgressHUD& hud) { hud.count(text); });
 }
 
-bool OvProgressHUD::isVisible() {
-  return sharedView()->alpha_ == 1;
+void OvProgressHUD::animate(double seconds, const std::function<void()>& changes) {
+  animationDuration_ = seconds;
+  Q_EMIT animationChanged();
+  changes();
+  Q_EMIT changed();
 }
 
 void OvProgressHUD::showWithStatus(const Status& status, OvProgressHUDMaskType maskType,
                                    [[maybe_unused]] bool networkIndicator) {
   log("Going to dispatch showWithStatus\n");
   log("Start to show message\n");
-  countdown_ = QString();
-  panelShown_ = true;
+  const bool takesTouches = maskType != OvProgressHUDMaskTypeNone;
+  if (!takesTouches) {
+    swallowHeldTouches();
+  }
   fadeOutTimer_.stop();
-  image_.clear();
-  maskType_ = maskType;
-  apply(status);
-  spinning_ = true;
-  setTakesTouches(maskType != OvProgressHUDMaskTypeNone);
-  panelScale_ = 1;
-  const bool enters = alpha_ != 1;
-  alpha_ = 1;
-  Q_EMIT counted();
-  Q_EMIT changed();
-  if (enters) {
-    Q_EMIT entering();
+  positionHUD();
+  animate(0, [&] {
+    hudView_.scale = hudView_.exists ? hudView_.scale : kEntryScale;
+    hudView_.exists = true;
+    stringTimeout_.text.clear();
+    imageView_ = OverlayImage();
+    maskType_ = maskType;
+    overlayWindow_.takesTouches = takesTouches;
+    layOut(status);
+    spinnerView_.spinning = true;
+  });
+  if (alpha_ != 1) {
+    enter();
   }
   log("Finished to dispatch showWithStatus\n");
 }
 
-// The text decides how large the panel is, and where everything in it stands.
-void OvProgressHUD::apply(const Status& status) {
-  status_ = status;
-  const bool hasText = status && !status->isEmpty();
-  double width = kPlainSide;
-  double height = kPlainSide;
-  labelFrame_ = QRectF();
-  if (hasText) {
-    const QSizeF measured = measure_ ? measure_(*status, kTextLimit) : measureRoughly(*status, kTextLimit);
-    height = 80 + measured.height();
-    if (measured.width() > kPlainSide) {
-      width = std::ceil(measured.width() / 2) * 2;
-    }
-    labelFrame_ = height > kPlainSide ? QRectF(12, 66, width, measured.height())
-                                      : QRectF(0, 66, width + kMargin, measured.height());
-    width += kMargin;
-  }
-  if (okTitle_ || cancelTitle_) {
-    height += kButtonRow;
-  }
-  panelSize_ = QSizeF(width, height);
-  placeContents(hasText);
-  placeButtons();
+// A panel that still fades out comes back from where it is.
+void OvProgressHUD::enter() {
+  receiveNotices();
+  animate(kFade, [this] {
+    hudView_.scale = 1;
+    setAlpha(1);
+  });
 }
 
-void OvProgressHUD::placeContents(bool hasText) {
-  const double halfWidth = panelSize_.width() / 2;
-  const double halfHeight = panelSize_.height() / 2;
-  imageCenter_ = hasText ? QPointF(halfWidth, 36) : QPointF(halfWidth, halfHeight);
-  spinnerCenter_ = QPointF(std::ceil(halfWidth) + 0.5, hasText ? 40.5 : std::ceil(halfHeight) + 0.5);
-}
-
-void OvProgressHUD::placeButtons() {
-  const double line = panelSize_.height() - 30;
-  okCenter_ = QPointF(std::ceil(panelSize_.width() / 4), line);
-  cancelCenter_ = QPointF(std::ceil(panelSize_.width() * 3 / 4), line);
+// The text and the buttons decide how large the panel is, and where everything in it stands.
+void OvProgressHUD::layOut(const Status& status) {
+  const QString text = status.value_or(QString());
+  MeasuredText measured;
+  std::optional<QSizeF> textSize;
+  if (!text.isEmpty()) {
+    measured = measure_ ? measure_(text, kPanelTextLimit) : measureRoughly(text, kPanelTextLimit);
+    textSize = measured.size;
+  }
+  const PanelLayout layout = layOutPanel(textSize, okTitle_ || cancelTitle_);
+  hudView_.size = layout.size;
+  stringLabel_ = {text, layout.label, measured.fontSize};
+  stringTimeout_ = {stringTimeout_.text, layout.countdown};
+  imageView_.frame = layout.image;
+  spinnerView_.frame = layout.spinner;
+  okButton_ = {okTitle_.has_value(), okTitle_.value_or(QString()), layout.okButton};
+  cancelButton_ = {cancelTitle_.has_value(), cancelTitle_.value_or(QString()), layout.cancelButton};
 }
 
 void OvProgressHUD::showResult(const QString& status, bool error, double delay) {
-  countdown_ = kCountdownOff;
-  Q_EMIT counted();
-  if (alpha_ != 1) {
-    return;
-  }
-  image_ = error ? QStringLiteral("error") : QStringLiteral("success");
-  apply(status);
-  spinning_ = false;
-  fadeOutTimer_ = platform::services().timers.once(
-      "fadeOutTimer", delay, [] { dismiss(); }, Lane::overlay);
-  Q_EMIT changed();
+  animate(0, [&] {
+    stringTimeout_.text = kCountdownOff;
+    if (alpha_ == 1) {
+      imageView_.shown = true;
+      imageView_.name = error ? QStringLiteral("OvProgressHUD.bundle/error.png")
+                              : QStringLiteral("OvProgressHUD.bundle/success.png");
+      layOut(status);
+      spinnerView_.spinning = false;
+      fadeOutTimer_ = platform::services().timers.once(
+          "fadeOutTimer", std::max(delay, kShortestDelay), [] { dismiss(); }, Lane::overlay);
+    }
+  });
 }
 
 void OvProgressHUD::fadeOut() {
-  panelScale_ = 0.8;
-  alpha_ = 0;
+  animate(kFade, [this] {
+    hudView_.scale *= kExitScale;
+    setAlpha(0);
+  });
   fadedTimer_ = platform::services().timers.once(
       "faded", kFade, [this] { faded(); }, Lane::overlay);
-  Q_EMIT changed();
 }
 
 void OvProgressHUD::faded() {
+  swallowHeldTouches();
   if (alpha_ != 0) {
     return;  // shown again meanwhile
   }
-  panelShown_ = false;
-  spinning_ = false;
-  image_.clear();
-  countdown_.clear();
-  setTakesTouches(false);
-  Q_EMIT changed();
+  notices_.clear();
+  animate(0, [this] {
+    hudView_ = OverlayPanel();
+    stringLabel_ = OverlayLabel();
+    stringTimeout_ = OverlayLabel();
+    imageView_ = OverlayImage();
+    spinnerView_ = OverlaySpinner();
+    okButton_ = OverlayButton();
+    cancelButton_ = OverlayButton();
+    overlayWindow_ = OverlayWindow();
+  });
 }
 
-void OvProgressHUD::setTakesTouches(bool takes) {
-  if (takesTouches_ && !takes && beforeTouchesPass_) {
+void OvProgressHUD::count(const QString& value) {
+  if (!hudView_.exists) {
+    return;  // the label went with the panel
+  }
+  animate(0, [this] { stringTimeout_.alpha = 1; });
+  if (stringTimeout_.text != kCountdownOff) {
+    animate(kCountdownFade, [&] {
+      stringTimeout_.text = value;
+      stringTimeout_.alpha = 0;
+    });
+  }
+}
+
+void OvProgressHUD::setAlpha(double alpha) {
+  alpha_ = alpha;
+  fullyShown_ = alpha == 1;
+}
+
+// Runs what waits for the main thread, other operations of the overlay included.
+void OvProgressHUD::swallowHeldTouches() {
+  if (overlayWindow_.takesTouches && beforeTouchesPass_) {
     beforeTouchesPass_();
   }
-  takesTouches_ = takes;
+}
+
+void OvProgressHUD::receiveNotices() {
+  platform::Screen& screen = platform::services().screen;
+  notices_.clear();
+  notices_.push_back(screen.onOrientationChange([this] { positionAbove(0, 0); }));
+  notices_.push_back(screen.onResize([this] { positionHUD(); }));
+  notices_.push_back(screen.keyboard().onNotice([this](const auto& notice) { positionHUD(notice); }));
+}
+
+void OvProgressHUD::positionHUD() {
+  positionAbove(visibleKeyboardHeight(), 0);
+}
+
+void OvProgressHUD::positionHUD(const platform::KeyboardNotice& notice) {
+  using Kind = platform::KeyboardNotice::Kind;
+  const bool shows = notice.kind == Kind::willShow || notice.kind == Kind::didShow;
+  const bool landscape = platform::isLandscape(platform::services().screen.interfaceOrientation());
+  const double height = landscape ? notice.beginFrame.width : notice.beginFrame.height;
+  positionAbove(shows ? height : 0, notice.animationDuration);
+}
+
+void OvProgressHUD::positionAbove(double keyboardHeight, double duration) {
+  const platform::Screen& screen = platform::services().screen;
+  const platform::Rect bounds = screen.bounds();
+  const PanelPosition place =
+      placePanel(bounds, screen.statusBarFrame(), screen.interfaceOrientation(), keyboardHeight);
+  animate(duration, [&] {
+    overlayWindow_.size = QSizeF(bounds.width, bounds.height);
+    overlayWindow_.rotation = -panelRotation(screen.interfaceOrientation());
+    moveToPoint(place.center, place.rotation);
+  });
+}
+
+void OvProgressHUD::moveToPoint(QPointF center, double rotation) {
+  hudView_.center = center;
+  hudView_.rotation = rotation;
+}
+
+double OvProgressHUD::visibleKeyboardHeight() {
+  const std::optional<platform::Size> keyboard = platform::services().screen.keyboard().size();
+  return keyboard ? keyboard->height : 0;
+}
+
+int OvProgressHUD::animationMilliseconds() const {
+  return static_cast<int>(std::lround(animationDuration_ * 1000));
+}
+
+QString OvProgressHUD::image() const {
+  return QFileInfo(imageView_.name).baseName();
 }
 
 void OvProgressHUD::onBtnOk() {

@@ -1,39 +1,47 @@
 import QtQuick
+import Seedmote.Widgets
 
-// One of the overlay's two buttons; shown only while it has a title.
-Rectangle {
-    id: button
+// One of the overlay's two buttons.
+Item {
+    id: item
 
-    required property point center
-    required property string title
+    required property overlayButton button
 
     signal pressed
 
-    x: center.x - width / 2
-    y: center.y - height / 2
-    width: 80
-    height: 30
-    radius: 6
-    visible: title.length > 0
-    color: area.pressed ? "#9098a0" : "#e8ecf0"
+    x: item.button.frame.x
+    y: item.button.frame.y
+    width: item.button.frame.width
+    height: item.button.frame.height
+    visible: item.button.exists
 
     Accessible.role: Accessible.Button
-    Accessible.name: title
-    Accessible.onPressAction: button.pressed()
+    Accessible.name: item.button.title
+    Accessible.onPressAction: item.pressed()
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: 2
+        anchors.rightMargin: 2
+        radius: 6
+        color: area.pressed ? "#9098a0" : "#e8ecf0"
+    }
 
     Text {
-        anchors.centerIn: parent
-        text: button.title
+        anchors.fill: parent
+        text: item.button.title
         textFormat: Text.PlainText
         color: "#20242a"
         font.pixelSize: 15
         font.bold: true
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
     }
 
     MouseArea {
         id: area
 
         anchors.fill: parent
-        onClicked: button.pressed()
+        onClicked: item.pressed()
     }
 }

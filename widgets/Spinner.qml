@@ -7,8 +7,6 @@ Item {
 
     property bool spinning: false
 
-    width: 37
-    height: 37
     visible: spinning
 
     Repeater {
@@ -21,7 +19,7 @@ Item {
 
             x: (parent.width - width) / 2
             width: 3
-            height: 10
+            height: 8
             radius: 1.5
             color: "white"
             opacity: 0.2 + 0.8 * index / 11

@@ -2,21 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QSignalSpy>
+#include <algorithm>
+#include <functional>
 #include <thread>
+#include <vector>
 
 #include "tests/support/TestServices.h"
 
 namespace seedmote {
 namespace {
 
+using platform::InterfaceOrientation;
+
 class OvProgressHUDTest : public testing::Test {
  protected:
-  // Runs what was posted to the main thread.
-  static void settle() { QCoreApplication::processEvents(); }
-  void measureAs(double width, double height) {
-    hud->setTextMeasure([=](const QString&, QSizeF) { return QSizeF(width, height); });
+  // Lets time go on, and runs what was posted to the main thread before and after.
+  void wait(double seconds) {
+    services.settle();
+    services.clock.advanceSeconds(seconds);
+    services.settle();
+  }
+  void hide() {
+    OvProgressHUD::dismiss();
+    wait(0.15);
+    ASSERT_FALSE(hud->panelShown());
   }
 
   support::TestServices services;
@@ -24,132 +34,203 @@ class OvProgressHUDTest : public testing::Test {
   OvProgressHUD* hud = OvProgressHUD::sharedView();
 };
 
-TEST_F(OvProgressHUDTest, ASuccessIsShownForItsTimeAndFades) {
-  OvProgressHUD::showSuccessWithStatus("Done");
-  EXPECT_TRUE(OvProgressHUD::isVisible());
-  EXPECT_TRUE(hud->spinning());
-  settle();
-  EXPECT_EQ(hud->text(), QStringLiteral("Done"));
-  EXPECT_EQ(hud->image(), QStringLiteral("success"));
-  EXPECT_FALSE(hud->spinning());
-  services.clock.advanceSeconds(0.99);
-  settle();
-  EXPECT_TRUE(OvProgressHUD::isVisible());
-  services.clock.advanceSeconds(0.01);
-  settle();
-  EXPECT_FALSE(OvProgressHUD::isVisible());
-  EXPECT_TRUE(hud->panelShown());
-  services.clock.advanceSeconds(0.15);
-  EXPECT_FALSE(hud->panelShown());
+TEST_F(OvProgressHUDTest, EachShowSaysWhatItShows) {
+  const struct {
+    const char* what;
+    std::function<void()> show;
+    QString text, ok, cancel;
+    int mask;
+  } cases[] = {
+      {"show", [] { OvProgressHUD::show(); }, QString(), QString(), QString(), 1},
+      {"status", [] { OvProgressHUD::showWithStatus("a"); }, QStringLiteral("a"), QString(), QString(), 4},
+      {"mask", [] { OvProgressHUD::showWithMaskType(OvProgressHUDMaskTypeClear); }, QString(), QString(),
+       QString(), 2},
+      {"buttons", [] { OvProgressHUD::showWithStatusAndButton("b"); }, QStringLiteral("b"),
+       QStringLiteral("Yes"), QStringLiteral("No"), 1},
+      {"both buttons stay", [] { OvProgressHUD::showWithStatus("c", OvProgressHUDMaskTypeBlack); },
+       QStringLiteral("c"), QStringLiteral("Yes"), QStringLiteral("No"), 3},
+      {"Cancel stays", [] { OvProgressHUD::showWithStatus("d"); }, QStringLiteral("d"), QString(),
+       QStringLiteral("No"), 4},
+      {"Cancel still stays", [] { OvProgressHUD::show(); }, QString(), QString(), QStringLiteral("No"), 1},
+  };
+  for (const bool hidesBetween : {false, true}) {
+    OvProgressHUD::dropSharedView();
+    hud = OvProgressHUD::sharedView();
+    hud->setTextMeasure([](const QString&, QSizeF) { return OvProgressHUD::MeasuredText{{60, 20}}; });
+    for (const auto& c : cases) {
+      SCOPED_TRACE(c.what);
+      if (hidesBetween) {
+        hide();
+      }
+      c.show();
+      EXPECT_TRUE(OvProgressHUD::isVisible());
+      EXPECT_EQ(hud->stringLabel().text, c.text);
+      EXPECT_EQ(hud->maskType(), c.mask);
+      EXPECT_EQ(hud->takesTouches(), c.mask != 1);
+      EXPECT_TRUE(hud->spinnerView().spinning);
+      EXPECT_EQ(hud->okButton().title, c.ok);
+      EXPECT_EQ(hud->okButton().exists, !c.ok.isEmpty());
+      EXPECT_EQ(hud->cancelButton().title, c.cancel);
+      EXPECT_EQ(hud->cancelButton().exists, !c.cancel.isEmpty());
+      EXPECT_EQ(hud->hudView().size.height(), c.cancel.isEmpty() && c.ok.isEmpty() ? 100 : 140);
+    }
+  }
 }
 
-TEST_F(OvProgressHUDTest, ADismissalWhileHiddenShowsNothing) {
-  OvProgressHUD::dismissWithError("late");
-  settle();
-  services.clock.advanceSeconds(10);
-  settle();
-  EXPECT_FALSE(hud->panelShown());
-  EXPECT_EQ(hud->text(), QString());
-}
-
-TEST_F(OvProgressHUDTest, ASecondShowCancelsThePendingFadeOut) {
-  QSignalSpy entering(hud, &OvProgressHUD::entering);
-  OvProgressHUD::showWithStatus("one");
-  OvProgressHUD::dismissWithSuccess("one done");
-  settle();
-  OvProgressHUD::showWithStatus("two");
-  services.clock.advanceSeconds(10);
-  settle();
-  EXPECT_TRUE(OvProgressHUD::isVisible());
-  EXPECT_EQ(hud->text(), QStringLiteral("two"));
-  EXPECT_EQ(hud->image(), QString());
-  EXPECT_TRUE(hud->spinning());
-  EXPECT_EQ(entering.count(), 1) << "a show while shown comes in without the entry";
-}
-
-TEST_F(OvProgressHUDTest, ACountdownValueIsShownUntilAResultSwitchesItOff) {
-  QSignalSpy counted(hud, &OvProgressHUD::counted);
-  OvProgressHUD::showWithStatus("before");
-  EXPECT_EQ(counted.count(), 1) << "each message takes the number of the one before away";
-  OvProgressHUD::dismiss();
-  settle();
-  services.clock.advanceSeconds(1);
-  counted.clear();
+TEST_F(OvProgressHUDTest, AShowAndAButtonWriteTheirLines) {
+  OvProgressHUD::showWithStatusAndButton("Sure?");
+  hud->onBtnOk();
+  hud->onBtnCancel();
   OvProgressHUD::setTimeout("31");
-  settle();
-  EXPECT_EQ(counted.count(), 0) << "the panel is gone";
+  EXPECT_EQ(lines.records(),
+            (std::vector<std::string>{"Going to dispatch showWithStatus\n", "Start to show message\n",
+                                      "Finished to dispatch showWithStatus\n", "onBtnOK\n", "onBtnOK\n",
+                                      "Ov timeout value = 31\n"}));
+  EXPECT_TRUE(OvProgressHUD::isVisible()) << "buttons dismiss nothing";
+}
+
+TEST_F(OvProgressHUDTest, AResultIsShownForItsTimeAndFades) {
+  const struct {
+    const char* what;
+    std::function<void()> end;
+    double delay;
+    QString image;
+  } cases[] = {
+      {"success", [] { OvProgressHUD::showSuccessWithStatus("x"); }, 1, QStringLiteral("success")},
+      {"error", [] { OvProgressHUD::showErrorWithStatus("x", 3); }, 3, QStringLiteral("error")},
+      {"dismissal", [] { OvProgressHUD::dismissWithSuccess("x"); }, 2, QStringLiteral("success")},
+      {"dismissal, delay", [] { OvProgressHUD::dismissWithError("x", 5); }, 5, QStringLiteral("error")},
+      {"no delay", [] { OvProgressHUD::dismissWithStatus("x", true, 0); }, 0, QStringLiteral("error")},
+      {"another replaces it",
+       [] {
+         OvProgressHUD::dismissWithError("w", 1);
+         OvProgressHUD::dismissWithSuccess("x", 4);
+       },
+       4, QStringLiteral("success")},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    OvProgressHUD::showWithStatus("busy");
+    c.end();
+    services.settle();
+    EXPECT_EQ(hud->imageView().name, QStringLiteral("OvProgressHUD.bundle/%1.png").arg(c.image));
+    EXPECT_TRUE(hud->imageView().shown);
+    EXPECT_FALSE(hud->spinnerView().spinning);
+    EXPECT_EQ(hud->text(), QStringLiteral("x"));
+    wait(std::max(c.delay - 0.001, 0.0));
+    EXPECT_TRUE(OvProgressHUD::isVisible());
+    wait(0.002);
+    EXPECT_FALSE(OvProgressHUD::isVisible());
+    EXPECT_TRUE(hud->panelShown());
+    EXPECT_DOUBLE_EQ(hud->hudView().scale, 0.8);
+    wait(0.15);
+    EXPECT_FALSE(hud->panelShown());
+    EXPECT_FALSE(hud->takesTouches());
+  }
+}
+
+TEST_F(OvProgressHUDTest, WhileHiddenOnlyAShowShows) {
+  OvProgressHUD::dismissWithError("late", 1);
+  OvProgressHUD::setStatus("late");
+  OvProgressHUD::setTimeout("29");
+  OvProgressHUD::dismiss();
+  services.settle();
+  EXPECT_FALSE(hud->panelShown());
+  EXPECT_FALSE(OvProgressHUD::isVisible());
+  OvProgressHUD::show();
+  wait(10);
+  EXPECT_TRUE(OvProgressHUD::isVisible()) << "nothing was armed";
+  EXPECT_EQ(hud->text(), QString());
+  EXPECT_EQ(hud->stringTimeout().text, QString());
+}
+
+TEST_F(OvProgressHUDTest, AShowEndsAFadeOutThatIsPendingOrUnderWay) {
+  const struct {
+    const char* what;
+    double after;  // seconds since the result was shown, for 2 of them
+    bool enters;
+  } cases[] = {{"pending", 1, false}, {"under way", 2.1, true}, {"over", 2.2, true}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    OvProgressHUD::showWithStatus("one");
+    OvProgressHUD::dismissWithSuccess("one done");
+    wait(std::min(c.after, 2.0));
+    wait(std::max(c.after - 2, 0.0));
+    std::vector<int> durations;
+    const auto connection = QObject::connect(hud, &OvProgressHUD::changed,
+                                             [&] { durations.push_back(hud->animationMilliseconds()); });
+    OvProgressHUD::showWithStatus("two");
+    QObject::disconnect(connection);
+    EXPECT_EQ(durations.back(), c.enters ? 150 : 0);
+    wait(10);
+    EXPECT_TRUE(OvProgressHUD::isVisible());
+    EXPECT_EQ(hud->hudView().scale, 1);
+    EXPECT_EQ(hud->text(), QStringLiteral("two"));
+    EXPECT_FALSE(hud->imageView().shown);
+    EXPECT_TRUE(hud->spinnerView().spinning);
+  }
+}
+
+TEST_F(OvProgressHUDTest, ACountdownValueFadesUntilAResultSwitchesItOff) {
   OvProgressHUD::showWithStatus("waiting");
   std::thread([] { OvProgressHUD::setTimeout("30"); }).join();
-  settle();
-  EXPECT_EQ(hud->countdown(), QStringLiteral("30"));
+  services.settle();
+  EXPECT_EQ(hud->stringTimeout().text, QStringLiteral("30"));
+  EXPECT_EQ(hud->stringTimeout().alpha, 0);
+  EXPECT_EQ(hud->animationMilliseconds(), 1300);
+  OvProgressHUD::setStatus("still waiting");
+  EXPECT_EQ(hud->stringTimeout().text, QStringLiteral("30"));
+  EXPECT_EQ(hud->stringTimeout().alpha, 1);
   OvProgressHUD::dismissWithSuccess("done");
   OvProgressHUD::setTimeout("29");
-  settle();
-  EXPECT_EQ(hud->countdown(), QStringLiteral(" "));
-  EXPECT_EQ(lines.count("Ov timeout value = 29\n"), 1);
+  services.settle();
+  EXPECT_EQ(hud->stringTimeout().text, QStringLiteral(" "));
+  OvProgressHUD::showWithStatus("again");
+  EXPECT_EQ(hud->stringTimeout().text, QString());
+  OvProgressHUD::setTimeout("28");
+  services.settle();
+  EXPECT_EQ(hud->stringTimeout().text, QStringLiteral("28"));
 }
 
 TEST_F(OvProgressHUDTest, OffTheMainThreadAShowIsPosted) {
   std::thread([] { OvProgressHUD::showWithStatus("from elsewhere"); }).join();
   EXPECT_FALSE(OvProgressHUD::isVisible());
-  settle();
+  services.settle();
   EXPECT_TRUE(OvProgressHUD::isVisible());
   EXPECT_EQ(hud->text(), QStringLiteral("from elsewhere"));
 }
 
-TEST_F(OvProgressHUDTest, OnlyAMaskTakesTouches) {
-  OvProgressHUD::showWithStatus("progress");
-  EXPECT_EQ(hud->maskType(), OvProgressHUDMaskTypeGradient);
-  EXPECT_TRUE(hud->takesTouches());
-  OvProgressHUD::show();
-  EXPECT_EQ(hud->maskType(), OvProgressHUDMaskTypeNone);
-  EXPECT_FALSE(hud->takesTouches());
-}
-
-TEST_F(OvProgressHUDTest, TheCancelButtonSurvivesIntoTheNextPlainMessage) {
-  OvProgressHUD::showWithStatusAndButton("Sure?");
-  EXPECT_EQ(hud->okTitle(), QStringLiteral("Yes"));
-  EXPECT_EQ(hud->cancelTitle(), QStringLiteral("No"));
-  OvProgressHUD::showWithStatus("on it");
-  EXPECT_EQ(hud->okTitle(), QString());
-  EXPECT_EQ(hud->cancelTitle(), QStringLiteral("No"));
-  hud->onBtnOk();
-  hud->onBtnCancel();
-  EXPECT_EQ(lines.count("onBtnOK\n"), 2);
-  EXPECT_TRUE(OvProgressHUD::isVisible());
-}
-
-TEST_F(OvProgressHUDTest, TheTextDecidesHowLargeThePanelIs) {
-  struct Case {
-    const char* what;
-    double textWidth, textHeight;
-    QSizeF panel;
-    QRectF label;
-    QPointF spinner;
+TEST_F(OvProgressHUDTest, ThePanelFollowsTheScreenAndTheKeyboardWhileItIsShown) {
+  platform::Screen& screen = services.screen;
+  platform::Keyboard& keyboard = screen.keyboard();
+  const auto expectAt = [&](QPointF center, double rotation, int milliseconds) {
+    EXPECT_NEAR(hud->hudView().center.x(), center.x(), 1e-9);
+    EXPECT_NEAR(hud->hudView().center.y(), center.y(), 1e-9);
+    EXPECT_EQ(hud->hudView().rotation, rotation);
+    EXPECT_EQ(hud->overlayWindow().rotation, -rotation) << "it reads upright";
+    EXPECT_EQ(hud->animationMilliseconds(), milliseconds);
   };
-  const Case cases[] = {
-      {"narrow", 60, 20, {124, 100}, {0, 66, 124, 20}, {62.5, 40.5}},
-      {"wide, odd width", 150.2, 20, {176, 100}, {0, 66, 176, 20}, {88.5, 40.5}},
-      {"two lines", 120, 40, {144, 120}, {12, 66, 120, 40}, {72.5, 40.5}},
-      {"widest", 200, 300, {224, 380}, {12, 66, 200, 300}, {112.5, 40.5}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
-    measureAs(c.textWidth, c.textHeight);
-    OvProgressHUD::showWithStatus("text");
-    EXPECT_EQ(hud->panelSize(), c.panel);
-    EXPECT_EQ(hud->labelFrame(), c.label);
-    EXPECT_EQ(hud->spinnerCenter(), c.spinner);
-    EXPECT_EQ(hud->imageCenter(), QPointF(c.panel.width() / 2, 36));
-  }
   OvProgressHUD::show();
-  EXPECT_EQ(hud->panelSize(), QSizeF(100, 100));
-  EXPECT_EQ(hud->spinnerCenter(), QPointF(50.5, 50.5));
-  measureAs(60, 20);
-  OvProgressHUD::showWithStatusAndButton("Sure?");
-  EXPECT_EQ(hud->panelSize(), QSizeF(124, 140));
-  EXPECT_EQ(hud->okCenter(), QPointF(31, 110));
-  EXPECT_EQ(hud->cancelCenter(), QPointF(93, 110));
+  OvProgressHUD::show();
+  expectAt({345.6, 512}, -90, 0);
+  keyboard.show({1024, 352}, 0.3);
+  expectAt({205.2, 512}, -90, 300);
+  OvProgressHUD::show();
+  expectAt({205.2, 512}, -90, 0);
+  screen.setSizeAsRead({1024, 868});
+  EXPECT_EQ(hud->overlayWindow().size, QSizeF(868, 1024));
+  expectAt({250.2, 512}, -90, 0);
+  keyboard.hide(0.2);
+  expectAt({390.6, 512}, -90, 200);
+  screen.setInterfaceOrientation(InterfaceOrientation::landscapeLeft);
+  expectAt({477.4, 512}, 90, 0);
+  hide();
+  QSignalSpy changes(hud, &OvProgressHUD::changed);
+  keyboard.show({1024, 352});
+  screen.setInterfaceOrientation(InterfaceOrientation::portrait);
+  EXPECT_EQ(changes.count(), 0);
+  OvProgressHUD::show();
+  expectAt({434, 0.45 * (1024 + 40 - 352)}, 0, 150);
 }
 
 }  // namespace

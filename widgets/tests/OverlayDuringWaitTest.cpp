@@ -101,8 +101,8 @@ TEST_F(OverlayDuringWaitTest, TheWindowGoesOnPaintingAndTheCountdownCounts) {
   std::thread counter([] { OvProgressHUD::setTimeout("29"); });
   waitForFrames(30);
   counter.join();
-  EXPECT_EQ(hud->countdown(), QStringLiteral("29"));
-  EXPECT_TRUE(hud->spinning());
+  EXPECT_EQ(hud->stringTimeout().text, QStringLiteral("29"));
+  EXPECT_TRUE(hud->spinnerView().spinning);
 }
 
 TEST_F(OverlayDuringWaitTest, AFinishedMessageFadesDuringTheNextRequest) {

@@ -1,0 +1,44 @@
+import QtQuick
+import Seedmote.Widgets
+
+// The overlay above a lively screen, with a keyboard of this height.
+Rectangle {
+    id: look
+
+    required property OvProgressHUD hud
+    property real keyboard: 0
+
+    color: "#f0fafe"
+
+    Grid {
+        columns: 8
+        spacing: 8
+        x: 8
+        y: 8
+
+        Repeater {
+            model: 64
+
+            Rectangle {
+                required property int index
+
+                width: Math.floor(parent.parent.width / 8 - 9)
+                height: Math.floor(parent.parent.height / 8 - 9)
+                color: Qt.hsla(index / 64, 0.7, 0.6, 1)
+            }
+        }
+    }
+
+    Rectangle {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: look.keyboard
+        color: "#c8ccd2"
+        border.color: "#8a9099"
+    }
+
+    OverlayView {
+        anchors.fill: parent
+        hud: look.hud
+    }
+}

@@ -1,0 +1,285 @@
+#include <gtest/gtest.h>
+
+#include <QAnimationDriver>
+#include <QDir>
+#include <QImage>
+#include <QQuickItem>
+#include <QQuickView>
+#include <cstdlib>
+#include <functional>
+#include <vector>
+
+#include "tests/support/TestServices.h"
+#include "widgets/OvProgressHUD.h"
+#include "widgets/TextMeasure.h"
+
+namespace seedmote {
+namespace {
+
+using platform::Idiom;
+
+// Animations of the layout that go on when the test says so.
+class DrivenAnimations final : public QAnimationDriver {
+ public:
+  DrivenAnimations() { install(); }
+  ~DrivenAnimations() override { uninstall(); }
+  qint64 elapsed() const override { return now_; }
+  void advanceSeconds(double seconds) {
+    now_ += qint64(seconds * 1000);
+    advanceAnimation();
+  }
+
+ private:
+  qint64 now_ = 0;
+};
+
+// Something that a person can see in the overlay, in the window's coordinates.
+struct Seen {
+  std::string what;
+  QRectF rect;
+};
+
+// Each message as it is drawn; the pictures are kept, to be looked at.
+class OverlayLookTest : public testing::TestWithParam<Idiom> {
+ protected:
+  void SetUp() override {
+    hud->setTextMeasure(overlayTextMeasure());
+    const platform::Size size = services.screen.sizeAsRead();
+    view.setResizeMode(QQuickView::SizeRootObjectToView);
+    view.resize(int(size.width), int(size.height));
+    view.setInitialProperties({{QStringLiteral("hud"), QVariant::fromValue(hud)}});
+    view.setSource(QUrl::fromLocalFile(QStringLiteral(SCENE_DIR "/OverlayLook.qml")));
+    view.show();
+    background = picture();
+  }
+
+  QImage picture() { return view.grabWindow().convertToFormat(QImage::Format_RGB32); }
+  QImage save(const std::string& name) {
+    const QString folder =
+        isTablet() ? QStringLiteral(LOOK_DIR "/tablet/") : QStringLiteral(LOOK_DIR "/phone/");
+    QDir().mkpath(folder);
+    QImage shown = picture();
+    shown.save(folder + QString::fromStdString(name) + QStringLiteral(".png"));
+    return shown;
+  }
+  bool isTablet() const { return GetParam() == Idiom::tablet; }
+  QRectF window() const { return {QPointF(), view.size()}; }
+
+  void show(const std::function<void()>& how) {
+    hide();
+    how();
+    animate(0.2);
+  }
+  // Animations start with the next turn of the event loop.
+  void animate(double seconds) {
+    services.settle();
+    animations.advanceSeconds(seconds);
+  }
+  void hide() {
+    OvProgressHUD::dismiss();
+    services.settle();
+    services.clock.advanceSeconds(1);
+    animate(2);
+    ASSERT_FALSE(hud->panelShown());
+  }
+
+  // Where the picture is not the background: the panel, when nothing dims the screen.
+  QRectF changed(const QImage& shown) const {
+    QRect found;
+    for (int y = 0; y < shown.height(); ++y) {
+      for (int x = 0; x < shown.width(); ++x) {
+        if (std::abs(qGreen(shown.pixel(x, y)) - qGreen(background.pixel(x, y))) > 24) {
+          found |= QRect(x, y, 1, 1);
+        }
+      }
+    }
+    return found;
+  }
+
+  void look(const QQuickItem& item, std::vector<Seen>& seen) const {
+    const QString type = QString::fromLatin1(item.metaObject()->className()).section(QLatin1Char('_'), 0, 0);
+    if (!item.isVisible() || item.property("text").toString() == QStringLiteral(" ")) {
+      return;
+    }
+    QRectF rect(QPointF(), item.size());
+    if (type == QLatin1String("OverlayLabel")) {
+      const QSizeF content(item.property("contentWidth").toDouble(),
+                           item.property("contentHeight").toDouble());
+      EXPECT_FALSE(item.clip()) << "a text is cut";
+      rect = QRectF(rect.center() - QPointF(content.width(), content.height()) / 2, content);
+    }
+    static const QStringList drawn{QStringLiteral("OverlayButton"), QStringLiteral("OverlayLabel"),
+                                   QStringLiteral("SharpImage"), QStringLiteral("Spinner")};
+    if (drawn.contains(type)) {
+      const QPointF center = item.mapToScene(rect.center());  // whichever way the spinner stands
+      rect.moveCenter(center);
+      seen.push_back({type.toStdString(), rect});
+      return;
+    }
+    for (const QQuickItem* child : item.childItems()) {
+      look(*child, seen);
+    }
+  }
+  std::vector<Seen> look() const {
+    std::vector<Seen> seen;
+    look(*view.rootObject(), seen);
+    return seen;
+  }
+
+  // Nothing is cut, nothing lies on something else; a number alone stands in the middle of the spinner.
+  void expectTidy(const QRectF& panel) const {
+    const std::vector<Seen> seen = look();
+    EXPECT_FALSE(seen.empty());
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+      const Seen& one = seen[i];
+      EXPECT_TRUE((panel & window()).adjusted(-0.6, -0.6, 0.6, 0.6).contains(one.rect)) << one.what;
+      for (std::size_t j = i + 1; j < seen.size(); ++j) {
+        const Seen& other = seen[j];
+        if (one.what == "Spinner" && other.what == "OverlayLabel" && !hud->stringTimeout().text.isEmpty()) {
+          EXPECT_NEAR(one.rect.center().x(), other.rect.center().x(), 0.6);
+          EXPECT_NEAR(one.rect.center().y(), other.rect.center().y(), 0.6);
+        } else {
+          EXPECT_FALSE(one.rect.intersects(other.rect)) << one.what << " on " << other.what;
+        }
+      }
+    }
+  }
+
+  support::TestServices services{nullptr, GetParam()};
+  OvProgressHUD* hud = OvProgressHUD::sharedView();
+  DrivenAnimations animations;
+  QQuickView view;
+  QImage background;
+};
+
+INSTANTIATE_TEST_SUITE_P(Idioms, OverlayLookTest, testing::Values(Idiom::tablet, Idiom::phone),
+                         [](const auto& idiom) {
+                           return std::string(idiom.param == Idiom::tablet ? "Tablet" : "Phone");
+                         });
+
+struct Message {
+  const char* name;
+  std::function<void()> show;
+};
+
+std::string repeated(const char* text, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) {
+    all += text;
+  }
+  return all;
+}
+
+std::function<void()> plain(std::string text) {
+  return [text = std::move(text)] { OvProgressHUD::showWithStatus(text, OvProgressHUDMaskTypeNone); };
+}
+
+const Message kMessages[] = {
+    {"spinner", [] { OvProgressHUD::show(); }},
+    {"short", plain("Updating...")},
+    {"address", plain("Connecting to daemon\nhttp://nas.example:9091")},
+    {"three-lines", plain("Failed to connecting daemon!\nhttp://nas.example:9091\nError: Timeout")},
+    {"very-long", plain(repeated("The daemon's answer could not be read. ", 14))},
+    {"long-word", plain(repeated("0123456789abcdef", 4))},
+    {"cjk", plain("正在连接到守护进程，请稍候片刻")},
+    {"right-to-left", plain("جارٍ الاتصال بالخادم، يرجى الانتظار")},
+    {"success", [] { OvProgressHUD::showSuccessWithStatus("Updated!"); }},
+    {"error", [] { OvProgressHUD::showErrorWithStatus("Failed to connecting daemon!\nError: Timeout"); }},
+    {"yes-no", [] { OvProgressHUD::showWithStatusAndButton("Torrent is added!"); }},
+    {"yes-no-narrow", [] { OvProgressHUD::showWithStatusAndButton("Sure?"); }},
+    {"cancel-survives", [] { OvProgressHUD::show(); }},
+    {"cancel-survives-text",
+     [] {
+       OvProgressHUD::show();
+       OvProgressHUD::setStatus("Deleting...");
+     }},
+};
+
+TEST_P(OverlayLookTest, EachMessageStandsTidilyInTheMiddle) {
+  for (const Message& message : kMessages) {
+    SCOPED_TRACE(message.name);
+    show(message.show);
+    const QRectF panel = changed(save(message.name));
+    const QSizeF size = hud->hudView().size;
+    const QPointF center(window().width() / 2, 0.45 * window().height());
+    const QRectF expected =
+        QRectF(center - QPointF(size.width(), size.height()) / 2, size).intersected(window());
+    EXPECT_NEAR(panel.left(), expected.left(), 1);
+    EXPECT_NEAR(panel.top(), expected.top(), 1);
+    EXPECT_NEAR(panel.right(), expected.right(), 1);
+    EXPECT_NEAR(panel.bottom(), expected.bottom(), 1);
+    expectTidy(expected);
+  }
+}
+
+TEST_P(OverlayLookTest, TheCountdownStandsInTheMiddleOfTheSpinnerAndFades) {
+  for (const char* text : {"Updating...", "Connecting to daemon\nhttp://nas.example:9091"}) {
+    show(plain(text));
+    OvProgressHUD::setTimeout("29");
+    services.settle();
+    const QImage bright = save("countdown");
+    expectTidy(window());
+    animate(1.2);
+    const QRectF faded = changed(save("countdown-fades"));
+    const QRect middle(faded.center().toPoint() - QPoint(9, int(faded.height() / 2) - 34), QSize(18, 12));
+    EXPECT_NE(bright.copy(middle), picture().copy(middle));
+  }
+}
+
+TEST_P(OverlayLookTest, AMaskDimsWhatLiesBelowAndTakesTouches) {
+  const struct {
+    OvProgressHUDMaskType type;
+    const char* name;
+    double corner, center;  // how much of the light is left
+  } cases[] = {{OvProgressHUDMaskTypeNone, "mask-none", 1, 1},
+               {OvProgressHUDMaskTypeClear, "mask-clear", 1, 1},
+               {OvProgressHUDMaskTypeBlack, "mask-black", 0.5, 0.5},
+               {OvProgressHUDMaskTypeGradient, "mask-gradient", 0.25, 0.9}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    show([&] { OvProgressHUD::showWithMaskType(c.type); });
+    const QImage shown = save(c.name);
+    const auto light = [&](int x, int y) {
+      return double(qGreen(shown.pixel(x, y))) / qGreen(background.pixel(x, y));
+    };
+    EXPECT_NEAR(light(1, 1), c.corner, 0.03);
+    EXPECT_NEAR(light(shown.width() / 2 - 56, shown.height() / 2), c.center, 0.1);
+  }
+}
+
+TEST_P(OverlayLookTest, ThePanelStandsAboveTheKeyboard) {
+  const double height = isTablet() ? 352 : 162;
+  view.rootObject()->setProperty("keyboard", height);
+  background = picture();
+  show(plain("Torrent is added!"));
+  services.screen.keyboard().show({window().width(), height});
+  animate(0.1);
+  const double onItsWay = changed(picture()).center().y();
+  animate(0.3);
+  const QRectF panel = changed(save("keyboard"));
+  EXPECT_NEAR(panel.center().y(), 0.45 * (window().height() + 40 - height), 1);
+  EXPECT_LT(panel.center().y(), onItsWay);
+  EXPECT_GT(0.45 * window().height(), onItsWay);
+}
+
+TEST_P(OverlayLookTest, ItComesInAndGoesGentlyAndComesBackFromWhereItIs) {
+  show(plain("Torrent is added!"));
+  const double width = changed(picture()).width();
+  OvProgressHUD::dismiss();
+  services.settle();
+  animate(0.075);
+  const double going = changed(save("going")).width();
+  EXPECT_NEAR(going, 0.9 * width, 2);
+  OvProgressHUD::showWithStatus("Torrent is added!", OvProgressHUDMaskTypeNone);
+  EXPECT_NEAR(changed(picture()).width(), going, 2);
+  animate(0.2);
+  EXPECT_NEAR(changed(picture()).width(), width, 1);
+  hide();
+  EXPECT_TRUE(changed(picture()).isEmpty());
+  OvProgressHUD::showWithStatus("Torrent is added!", OvProgressHUDMaskTypeNone);
+  animate(0.05);
+  EXPECT_GT(changed(save("coming")).width(), 1.15 * width);
+}
+
+}  // namespace
+}  // namespace seedmote
