@@ -7,6 +7,7 @@ Rectangle {
 
     required property OvProgressHUD hud
     property real keyboard: 0
+    property int taps: 0
 
     color: "#f0fafe"
 
@@ -35,6 +36,11 @@ Rectangle {
         height: look.keyboard
         color: "#c8ccd2"
         border.color: "#8a9099"
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        onClicked: look.taps += 1
     }
 
     OverlayView {

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QTest>
 #include <cstdlib>
 #include <functional>
 #include <vector>
@@ -226,7 +227,7 @@ TEST_P(OverlayLookTest, TheCountdownStandsInTheMiddleOfTheSpinnerAndFades) {
   }
 }
 
-TEST_P(OverlayLookTest, AMaskDimsWhatLiesBelowAndTakesTouches) {
+TEST_P(OverlayLookTest, AMaskDimsWhatLiesBelow) {
   const struct {
     OvProgressHUDMaskType type;
     const char* name;
@@ -262,6 +263,47 @@ TEST_P(OverlayLookTest, ThePanelStandsAboveTheKeyboard) {
   EXPECT_GT(0.45 * window().height(), onItsWay);
 }
 
+TEST_P(OverlayLookTest, ATouchMeetsAButtonOrTheMaskOrTheScreenBelow) {
+  const struct {
+    const char* what;
+    OvProgressHUDMaskType type;
+    int below;  // how many of the touches beside the buttons get there
+  } cases[] = {{"none", OvProgressHUDMaskTypeNone, 2}, {"clear", OvProgressHUDMaskTypeClear, 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    platform::LogRecorder lines;
+    view.rootObject()->setProperty("taps", 0);
+    OvProgressHUD::showWithStatusAndButton("Sure?");
+    show([&] { OvProgressHUD::showWithStatus("Sure?", c.type); });
+    const QPointF center(window().width() / 2, 0.45 * window().height());
+    const QPointF corner = center - QPointF(hud->hudView().size.width(), hud->hudView().size.height()) / 2;
+    for (const QPointF at :
+         {corner + hud->okButton().frame.center(), corner + hud->cancelButton().frame.center(),
+          center - QPointF(0, 10), QPointF(9, 9)}) {
+      QTest::mouseClick(&view, Qt::LeftButton, {}, at.toPoint());
+    }
+    services.settle();
+    EXPECT_EQ(lines.count("onBtnOK\n"), 2);
+    EXPECT_EQ(view.rootObject()->property("taps").toInt(), c.below);
+    EXPECT_TRUE(OvProgressHUD::isVisible());
+  }
+}
+
+TEST_P(OverlayLookTest, ItReadsUprightWhicheverWayTheScreenIsTurned) {
+  show([] { OvProgressHUD::showErrorWithStatus("Failed to connecting daemon!\nError: Timeout", 60); });
+  const QImage shown = save("error");
+  services.screen.setInterfaceOrientation(platform::InterfaceOrientation::landscapeLeft);
+  animate(0.2);
+  EXPECT_EQ(save("landscape-left"), shown);
+  for (const auto orientation :
+       {platform::InterfaceOrientation::portrait, platform::InterfaceOrientation::portraitUpsideDown}) {
+    services.screen.setInterfaceOrientation(orientation);
+    services.screen.setSizeAsRead({window().width(), window().height()});
+    animate(0.2);
+    EXPECT_EQ(save("portrait"), shown);
+  }
+}
+
 TEST_P(OverlayLookTest, ItComesInAndGoesGentlyAndComesBackFromWhereItIs) {
   show(plain("Torrent is added!"));
   const double width = changed(picture()).width();
@@ -276,7 +318,7 @@ TEST_P(OverlayLookTest, ItComesInAndGoesGentlyAndComesBackFromWhereItIs) {
   EXPECT_NEAR(changed(picture()).width(), width, 1);
   hide();
   EXPECT_TRUE(changed(picture()).isEmpty());
-  OvProgressHUD::showWithStatus("Torrent is added!", OvProgressHUDMaskTypeNone);
+  OvProgressHUD::showSuccessWithStatus("Torrent is added!");
   animate(0.05);
   EXPECT_GT(changed(save("coming")).width(), 1.15 * width);
 }
