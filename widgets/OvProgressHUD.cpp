@@ -193,8 +193,9 @@ void OvProgressHUD::layOut(const Status& status) {
   stringTimeout_ = {stringTimeout_.text, layout.countdown};
   imageView_.frame = layout.image;
   spinnerView_.frame = layout.spinner;
-  okButton_ = {okTitle_.has_value(), okTitle_.value_or(QString()), layout.okButton};
-  cancelButton_ = {cancelTitle_.has_value(), cancelTitle_.value_or(QString()), layout.cancelButton};
+  okButton_ = {okTitle_.has_value(), okTitle_.value_or(QString()), layout.okButton, layout.buttonFace};
+  cancelButton_ = {cancelTitle_.has_value(), cancelTitle_.value_or(QString()), layout.cancelButton,
+                   layout.buttonFace};
 }
 
 void OvProgressHUD::showResult(const QString& status, bool error, double delay) {

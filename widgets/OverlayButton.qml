@@ -20,9 +20,9 @@ Item {
     Accessible.onPressAction: item.pressed()
 
     Rectangle {
-        anchors.fill: parent
-        anchors.leftMargin: 2
-        anchors.rightMargin: 2
+        anchors.centerIn: parent
+        width: item.button.face
+        height: parent.height
         radius: 6
         color: area.pressed ? "#9098a0" : "#e8ecf0"
     }

@@ -91,11 +91,13 @@ struct OverlayButton {
   Q_PROPERTY(bool exists MEMBER exists)
   Q_PROPERTY(QString title MEMBER title)
   Q_PROPERTY(QRectF frame MEMBER frame)
+  Q_PROPERTY(double face MEMBER face)
 
  public:
   bool exists = false;
   QString title;
-  QRectF frame;
+  QRectF frame;     // where it takes touches
+  double face = 0;  // how wide it is drawn in the middle of that
   bool operator==(const OverlayButton&) const = default;
 };
 

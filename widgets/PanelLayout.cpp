@@ -19,7 +19,7 @@ constexpr double kSpinnerLine = 40.5;
 constexpr QSizeF kImage(28, 28);
 constexpr QSizeF kSpinner(37, 37);
 constexpr QSizeF kButton(80, 30);
-constexpr double kButtonGap = 2;
+constexpr double kButtonGap = 4;
 
 QRectF centered(QSizeF size, QPointF at) {
   return {at.x() - size.width() / 2, at.y() - size.height() / 2, size.width(), size.height()};
@@ -36,10 +36,9 @@ void placeText(PanelLayout& panel, QSizeF text) {
 void placeButtons(PanelLayout& panel) {
   const double width = panel.size.width();
   const double line = panel.size.height() - kButtonLine;
-  // A panel around a short text has no room for two of full width.
-  const QSizeF button(std::min(kButton.width(), width / 2 - kButtonGap), kButton.height());
-  panel.okButton = centered(button, {std::ceil(width / 4), line});
-  panel.cancelButton = centered(button, {std::ceil(width * 3 / 4), line});
+  panel.okButton = centered(kButton, {std::ceil(width / 4), line});
+  panel.cancelButton = centered(kButton, {std::ceil(width * 3 / 4), line});
+  panel.buttonFace = std::min(kButton.width(), width / 2) - kButtonGap;
 }
 
 }  // namespace

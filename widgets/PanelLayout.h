@@ -16,8 +16,9 @@ struct PanelLayout {
   QRectF countdown;  // as large as the label, around the spinner's centre
   QRectF image;
   QRectF spinner;
-  QRectF okButton;
+  QRectF okButton;  // the two may reach over each other and the panel's edges around a short text
   QRectF cancelButton;
+  double buttonFace = 0;  // how wide a button may be drawn so that it does neither
   bool operator==(const PanelLayout&) const = default;
 };
 
