@@ -62,7 +62,7 @@ void RVTrans::startTorrent(bool on) {
 
 void RVTrans::deleteTorrent() {
   if (isConnected()) {
-    client().deleteTorrentAsynch(client().selectedidx());
+    client().deleteTorrentAsynch(client().selection());
     client().clearSelection();
   }
 }
@@ -117,17 +117,27 @@ void RVTrans::selectTorrent(std::int64_t torrent) {
   client().setSelectedidx(torrent);
 }
 
-std::int64_t RVTrans::getTorrentSelection() {
-  return _trans != nullptr ? client().selectedidx() : _RVTrans::kNoSelection;
+bool RVTrans::selectTorrent(const TorrentIdentity& shown) {
+  return client().select(shown);
 }
 
-bool RVTrans::isListOutdated() {
-  return _trans != nullptr && client().isListOutdated();
+std::int64_t RVTrans::getTorrentSelection() {
+  return _trans != nullptr ? client().selectedidx() : _RVTrans::kNoSelection;
 }
 
 void RVTrans::fetchTorrentList() {
   if (isConnected()) {
     client().fetchTorrentList();
+  }
+}
+
+bool RVTrans::isOutOfStep() {
+  return _trans != nullptr && client().isOutOfStep();
+}
+
+void RVTrans::catchUp() {
+  if (isConnected()) {
+    client().catchUp();
   }
 }
 

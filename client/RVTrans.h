@@ -24,7 +24,8 @@ class RVTrans final {
   static std::int32_t getRPCVersion();
   // Absent while not connected.
   static std::optional<std::string> getDaemonVersion();
-  // Fetches the statistics; absent while not connected. The one record of the client, newest values.
+  // Fetches the statistics. The one record of the client, newest values; absent while not connected, and when
+  // nothing was fetched for want of a session id.
   static std::shared_ptr<RVSessionStatus> getSessionStatus();
 
   // Starts or stops the selected torrent; nothing while not connected.
@@ -52,12 +53,16 @@ class RVTrans final {
 
   // A torrent's id; -1 for none.
   static void selectTorrent(std::int64_t torrent);
+  // Selects the torrent that a row shows. False, and nothing is selected, when the client's list has another
+  // torrent under its id by now.
+  static bool selectTorrent(const TorrentIdentity& shown);
   static std::int64_t getTorrentSelection();
 
-  // Whether the list comes from another session of the daemon than the present one; see _RVTrans.
-  static bool isListOutdated();
-  // Fetches the list behind the user's back; nothing while not connected.
+  // Fetches the list behind the user's back; see _RVTrans.
   static void fetchTorrentList();
+  // Whether the client must catch up with the daemon, and doing so; see _RVTrans.
+  static bool isOutOfStep();
+  static void catchUp();
 
   // What the latest attempt to connect or to fetch the list came to, for the texts that explain an empty
   // screen.

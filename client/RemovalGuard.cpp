@@ -4,16 +4,15 @@
 
 namespace seedmote {
 
-RemovalGuard::RemovalGuard(std::int64_t torrent, std::optional<TorrentIdentity> meant,
-                           std::optional<std::string> listed, Ask ask)
-    : torrent_(torrent),
-      meant_(std::move(meant)),
-      listed_(meant_ ? meant_->session : std::move(listed)),
-      ask_(std::move(ask)) {}
+RemovalGuard::RemovalGuard(TorrentSelection meant, Ask ask)
+    : meant_(std::move(meant)), ask_(std::move(ask)) {}
 
 bool RemovalGuard::maySend(const std::optional<std::string>& session) {
-  const bool sameSession = !listed_ || session == listed_;
-  verdict_ = torrent_ == kNoTorrentID || sameSession ? Verdict::send : judge(ask_());
+  if (!meant_.session) {
+    meant_.session = session;
+  }
+  const bool needsNoAnswer = meant_.id == kNoTorrentID || session == meant_.session;
+  verdict_ = needsNoAnswer ? Verdict::send : judge(ask_());
   return verdict_ == Verdict::send;
 }
 
@@ -25,8 +24,8 @@ RemovalGuard::Verdict RemovalGuard::judge(const json::Value& answer) const {
   if (torrents.count() == 0) {
     return Verdict::noTorrent;
   }
-  const TorrentIdentity found = TorrentIdentity::of(torrents.at(0), std::nullopt);
-  return !meant_ || found.isSameTorrent(*meant_) ? Verdict::send : Verdict::anotherTorrent;
+  const bool isMeant = meant_.known && TorrentIdentity::of(torrents.at(0)).isSameTorrent(*meant_.known);
+  return isMeant ? Verdict::send : Verdict::anotherTorrent;
 }
 
 }  // namespace seedmote

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "client/TorrentIdentity.h"
+#include "client/TorrentListing.h"
 #include "json/Value.h"
 
 namespace seedmote {
@@ -23,16 +23,15 @@ class RemovalGuard final {
 
   enum class Verdict {
     send,
-    anotherTorrent,  // the id belongs to another torrent now
+    anotherTorrent,  // the id belongs to another torrent now, or to one that nobody can tell from it
     noTorrent        // the daemon no longer knows the id
   };
 
-  // `meant` is what the client knows of the torrent; absent when it was never listed. `listed` is the session
-  // id of the newest list; absent before the first one.
-  RemovalGuard(std::int64_t torrent, std::optional<TorrentIdentity> meant, std::optional<std::string> listed,
-               Ask ask);
+  // `meant` is the selection that is to be removed.
+  RemovalGuard(TorrentSelection meant, Ask ask);
 
-  // Whether the removal may go out under this session id.
+  // Whether the removal may go out under this session id. Without a list, the first id asked for counts as
+  // the one under which the torrent was listed.
   bool maySend(const std::optional<std::string>& session);
 
   // What the last maySend() came to.
@@ -41,9 +40,7 @@ class RemovalGuard final {
  private:
   Verdict judge(const json::Value& answer) const;
 
-  std::int64_t torrent_;
-  std::optional<TorrentIdentity> meant_;
-  std::optional<std::string> listed_;
+  TorrentSelection meant_;
   Ask ask_;
   Verdict verdict_ = Verdict::send;
 };

@@ -10,13 +10,13 @@ using platform::services;
 SessionWatcher::SessionWatcher()
     : fetch_(services().main, services().threads, "sessionWatcher",
              [] {
-               RVTrans::fetchTorrentList();
+               RVTrans::catchUp();
                return nullptr;
              }),
       timer_(services().timers.repeat("sessionWatcher", kLookSeconds, [this] { look(); })) {}
 
 void SessionWatcher::look() {
-  if (!RVTrans::isListOutdated()) {
+  if (!RVTrans::isOutOfStep()) {
     return;
   }
   const platform::Clock::Duration now = services().clock.now();

@@ -1,16 +1,14 @@
 #include "client/TorrentIdentity.h"
 
-#include <utility>
-
 namespace seedmote {
 
 std::int64_t torrentID(json::ValueRef id) {
   return id.exactInteger().value_or(kNoTorrentID);
 }
 
-TorrentIdentity TorrentIdentity::of(json::ValueRef torrent, std::optional<std::string> session) {
+TorrentIdentity TorrentIdentity::of(json::ValueRef torrent) {
   return {torrentID(torrent["id"]), std::string(torrent["name"].text().value_or("")),
-          torrent["totalSize"].longLongValue(), std::move(session)};
+          torrent["totalSize"].longLongValue()};
 }
 
 bool TorrentIdentity::isSameTorrent(const TorrentIdentity& other) const {

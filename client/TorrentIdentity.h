@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "json/Value.h"
@@ -18,11 +17,10 @@ std::int64_t torrentID(json::ValueRef id);
 struct TorrentIdentity {
   std::int64_t id = kNoTorrentID;
   std::string name;
-  std::int64_t totalSize = 0;          // bytes
-  std::optional<std::string> session;  // the session id under which the daemon said so
+  std::int64_t totalSize = 0;  // bytes
 
-  // From one entry of a "torrents" answer that was asked for under `session`.
-  static TorrentIdentity of(json::ValueRef torrent, std::optional<std::string> session);
+  // From one entry of a "torrents" answer.
+  static TorrentIdentity of(json::ValueRef torrent);
 
   // The same name and size, whatever the ids.
   bool isSameTorrent(const TorrentIdentity& other) const;

@@ -91,7 +91,9 @@ json::Value _RVTrans::connectDaemon() {
   log("connect to daemon\n");
   const RVSOAPResult result =
       noteOutcome([this] { return sendCommandStringRetry("{\"method\":\"session-stats\"}"); });
-  listOutcome_.set(result.outcome);
+  if (!bConnected_) {
+    listOutcome_.set(result.outcome);
+  }
   const json::Value answer = result.getResponseDict();
   const std::int64_t code =
       result.statuscode == "409" ? becomeConnected(result.response) : failToConnect(result.response);

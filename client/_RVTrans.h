@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -14,7 +13,7 @@
 #include "client/RVSOAPResult.h"
 #include "client/RVSessionStatus.h"
 #include "client/RVTorrentInfo.h"
-#include "client/TorrentIdentity.h"
+#include "client/TorrentListing.h"
 #include "json/Value.h"
 #include "platform/core/Shared.h"
 
@@ -75,17 +74,22 @@ class _RVTrans final {
   // True once after each update.
   bool isNewData() { return bNewData_.exchange(false); }
 
-  // True when the daemon has given out another session id since the list was fetched, or none is known, while
-  // nothing is under way that would fetch the list. The client is connected then.
-  bool isListOutdated() const;
-  // Fetches the list behind the user's back: it shows nothing, marks no update as under way, and leaves the
-  // list as it was when no other one came.
+  // Fetches the list behind the user's back: shows nothing, marks no update as under way, and leaves the list
+  // as it was when no other one came.
   void fetchTorrentList();
+  // True for a connected client whose list comes from another session of the daemon than the present one,
+  // that knows no session id, or that does not know the daemon's versions, while nothing is under way that
+  // would change that.
+  bool isOutOfStep() const;
+  // Makes that good, also behind the user's back. Raises as getDaemonInfo.
+  void catchUp();
 
-  // The selected torrent's id; kNoSelection for none. A list that comes from another session of the daemon
-  // clears the selection unless the torrent still has the same name and size.
-  std::int64_t selectedidx() const;
-  void setSelectedidx(std::int64_t torrent);
+  // The selected torrent's id; kNoSelection for none. See TorrentListing.
+  std::int64_t selectedidx() const { return listing_.selection().id; }
+  void setSelectedidx(std::int64_t torrent) { listing_.select(torrent); }
+  // What a row shows; false when the list has another torrent there by now.
+  bool select(const TorrentIdentity& shown) { return listing_.select(shown); }
+  TorrentSelection selection() const { return listing_.selection(); }
   void clearSelection() { setSelectedidx(kNoSelection); }
 
   // Commands. They act on one torrent, by the daemon's id; -1 is sent as it is. Each raises
@@ -96,6 +100,7 @@ class _RVTrans final {
   void startTorrent(std::int64_t torrent, bool on);
   // Shows a message and removes the torrent on a thread of its own.
   void deleteTorrentAsynch(std::int64_t torrent);
+  void deleteTorrentAsynch(const TorrentSelection& meant);
   // Removes the torrent and its data, fetches the list and ends the message. See RemovalGuard for when it is
   // not sent.
   void deleteTorrent(std::int64_t torrent);
@@ -126,11 +131,6 @@ class _RVTrans final {
     std::function<bool(const SessionID&)> may = nullptr;
   };
 
-  struct Selection {
-    std::int64_t id = kNoSelection;
-    std::optional<TorrentIdentity> known;  // absent for a torrent that was in no list
-  };
-
   void initTransmission();
   RVSOAPResult sendCommand(const RVSOAPRequest& request, const Sending& sending);
   RVSOAPResult sendCommandStringRetry(const std::string& soapMessage, const Sending& sending);
@@ -146,32 +146,25 @@ class _RVTrans final {
   std::int64_t failToConnect(const std::optional<std::string>& body);
   // Runs an exchange of the hand-shake or of the list; what is raised there is told as its outcome, too.
   RVSOAPResult noteOutcome(const std::function<RVSOAPResult()>& exchange);
-  void setTorrentList(json::Value list);
-  bool takeTorrentList(const RVSOAPResult& result);
-  void reviewSelection(json::ValueRef torrents, const SessionID& session);
-  std::optional<TorrentIdentity> identityInList(std::int64_t torrent) const;
-  std::optional<TorrentIdentity> identityOf(std::int64_t torrent) const;
-  SessionID listSession() const;
-  void setListSession(const SessionID& session);
-  std::uint64_t listsStored() const;
-  void removeTorrent(std::int64_t torrent, const std::optional<TorrentIdentity>& meant);
+  // Keeps the list that an answer brings; false when it brings none.
+  bool takeTorrentList(const RVSOAPResult& result, std::optional<std::uint64_t> onlyAfter = std::nullopt);
+  bool isListOutdated() const;
+  void getDaemonInfo(const Sending& sending);
+  TorrentSelection meaningOf(std::int64_t torrent) const;
+  void removeTorrent(const TorrentSelection& meant);
   json::Value askForTorrent(std::int64_t torrent);
   json::Value addTorrent(const RVSOAPRequest& request);
 
   platform::Shared<RVDaemonInfo> daemonInfo_;
   std::shared_ptr<RVSessionStatus> sessionInfo_;
   platform::Shared<std::string> version_;
-  mutable std::mutex torrentListLock_;  // guards the next three
-  json::Value torrentList_;             // absent until the first update, and after one that failed
-  std::uint64_t listsStored_ = 0;
-  SessionID listSession_;  // under which the newest list was fetched
+  TorrentListing listing_;
   platform::Shared<DaemonOutcome> listOutcome_;
   std::atomic<bool> bConnected_{false};
   std::atomic<int> connecting_{0};  // attempts under way
   std::atomic<Updating> bUpdating_{Updating::no};
   std::atomic<bool> bNewData_{false};
   std::atomic<bool> bCountingTimeout_{false};
-  platform::Shared<Selection> selection_;
 };
 
 }  // namespace seedmote

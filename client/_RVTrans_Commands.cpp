@@ -48,28 +48,36 @@ void _RVTrans::startTorrent(std::int64_t torrent, bool on) {
   log("onoffchanged to %@, index:%@\n", on ? "on" : "off", std::to_string(torrent));
 }
 
+// What the user saw when the torrent was selected.
+TorrentSelection _RVTrans::meaningOf(std::int64_t torrent) const {
+  TorrentSelection selection = listing_.selection();
+  return selection.id == torrent ? selection : listing_.find(torrent);
+}
+
 void _RVTrans::deleteTorrentAsynch(std::int64_t torrent) {
+  deleteTorrentAsynch(meaningOf(torrent));
+}
+
+void _RVTrans::deleteTorrentAsynch(const TorrentSelection& meant) {
   OvProgressHUD::showWithStatus("Deleting torrent...");
-  // Taken here: the selection is cleared before the thread runs.
-  platform::services().threads.start(
-      "delete", [this, torrent, meant = identityOf(torrent)] { removeTorrent(torrent, meant); });
+  platform::services().threads.start("delete", [this, meant] { removeTorrent(meant); });
 }
 
 void _RVTrans::deleteTorrent(std::int64_t torrent) {
-  removeTorrent(torrent, identityOf(torrent));
+  removeTorrent(meaningOf(torrent));
 }
 
-void _RVTrans::removeTorrent(std::int64_t torrent, const std::optional<TorrentIdentity>& meant) {
+void _RVTrans::removeTorrent(const TorrentSelection& meant) {
   log("deleteTorrent\n");
-  RemovalGuard guard(torrent, meant, listSession(), [this, torrent] { return askForTorrent(torrent); });
+  RemovalGuard guard(meant, [this, torrent = meant.id] { return askForTorrent(torrent); });
   // The daemon takes the text for a yes, as it stands.
-  sendCommand(command("torrent-remove", {{"ids", json::Value::integer(torrent)},
+  sendCommand(command("torrent-remove", {{"ids", json::Value::integer(meant.id)},
                                          {"delete-local-data", json::Value::string("true")}}),
               {.may = [&guard](const SessionID& session) { return guard.maySend(session); }});
   updateAllTorrents();
   if (guard.verdict() != RemovalGuard::Verdict::send) {
     OvProgressHUD::dismissWithError(whyNotDeleted(guard.verdict()));
-    log("The removal of torrent %ld was not sent: the id means another torrent now, or none\n", torrent);
+    log("The removal of torrent %ld was not sent: the id means another torrent now, or none\n", meant.id);
     return;
   }
   OvProgressHUD::dismissWithSuccess("Deleted!!");
@@ -108,7 +116,9 @@ json::Value _RVTrans::addTorrentURL(const std::string& link) {
 
 json::Value _RVTrans::addTorrent(const RVSOAPRequest& request) {
   const RVSOAPResult result = sendCommand(request);
-  return withEntry(result.getResponseDict(), "statuscode", json::Value::string(result.statuscode));
+  const json::Value answer = result.getResponseDict();
+  return platform::services().main.wait(
+      [&] { return withEntry(answer, "statuscode", json::Value::string(result.statuscode)); });
 }
 
 }  // namespace seedmote

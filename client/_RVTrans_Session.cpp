@@ -28,8 +28,13 @@ std::string requiredVersion(json::ValueRef arguments) {
 }  // namespace
 
 void _RVTrans::getDaemonInfo() {
+  getDaemonInfo({});
+}
+
+void _RVTrans::getDaemonInfo(const Sending& sending) {
   log("getDaemonInfo\n");
-  const json::Value answer = sendCommandStringRetry("{\"method\":\"session-get\"}").getResponseDict();
+  const json::Value answer =
+      sendCommandStringRetry("{\"method\":\"session-get\"}", sending).getResponseDict();
   const json::ValueRef arguments = answer.ref()["arguments"];
   const std::string version = requiredVersion(arguments);
   version_.set(version);

@@ -96,48 +96,26 @@ DaemonOutcome withoutList(const DaemonOutcome& outcome, const json::Value& answe
 
 }  // namespace
 
-void _RVTrans::setTorrentList(json::Value list) {
-  const std::lock_guard lock(torrentListLock_);
-  std::swap(torrentList_, list);
-  ++listsStored_;
-}
-
 void _RVTrans::updateAllTorrents() {
   bUpdating_ = Updating::underWay;
   log("updateAllTorrents\n");
   if (sessionInfo_->sessionID.get() == "") {
     log("Tried to update all torrents, but session is is empty!!!");
-    setTorrentList(json::Value::array({}));
+    listing_.replace(json::Value::array({}));
     bUpdating_ = Updating::leftStanding;  // until an update gets past this point
     return;
   }
   {
     const UpdateEnd end([this] { bUpdating_ = Updating::no; });
     if (!takeTorrentList(noteOutcome([this] { return sendCommand(listRequest()); }))) {
-      setTorrentList(json::Value());
+      listing_.replace(json::Value());
     }
   }
   bNewData_ = true;
   log("finished updateAllTorrents\n");
 }
 
-void _RVTrans::fetchTorrentList() {
-  RVSOAPResult result;
-  std::uint64_t before = 0;
-  for (int attempt = 0; attempt == 0 || (attempt < kFetchAttempts && result.statuscode == "409"); ++attempt) {
-    before = listsStored();
-    result = noteOutcome([this] { return sendCommand(listRequest(), {.counts = false}); });
-  }
-  if (before != listsStored() || !takeTorrentList(result)) {
-    return;  // a list that was stored meanwhile may be newer
-  }
-  Updating standing = Updating::leftStanding;
-  bUpdating_.compare_exchange_strong(standing, Updating::no);
-  bNewData_ = true;
-}
-
-// Keeps the list that an answer brings; false when it brings none.
-bool _RVTrans::takeTorrentList(const RVSOAPResult& result) {
+bool _RVTrans::takeTorrentList(const RVSOAPResult& result, std::optional<std::uint64_t> onlyAfter) {
   std::string problem;
   const json::Value answer = result.getResponseDict(problem);
   const json::ValueRef torrents = answer.ref()["arguments"]["torrents"];
@@ -145,21 +123,49 @@ bool _RVTrans::takeTorrentList(const RVSOAPResult& result) {
     listOutcome_.set(withoutList(result.outcome, answer, problem));
     return false;
   }
-  listOutcome_.set(result.outcome);
-  reviewSelection(torrents, result.session);
-  setListSession(result.session);
-  setTorrentList(answer.share(torrents));
-  return true;
+  listOutcome_.set({DaemonCondition::answered, ""});
+  return listing_.store(answer.share(torrents), result.session, onlyAfter);
+}
+
+bool _RVTrans::isListOutdated() const {
+  const SessionID listed = listing_.session();
+  return sessionInfo_->sessionID.read(
+      [&listed](const SessionID& session) { return session.value_or("").empty() || session != listed; });
+}
+
+bool _RVTrans::isOutOfStep() const {
+  const bool isBusy = connecting_ > 0 || bUpdating_ == Updating::underWay;
+  return bConnected_ && !isBusy && (isListOutdated() || version().empty());
+}
+
+void _RVTrans::catchUp() {
+  if (isListOutdated()) {
+    fetchTorrentList();
+  }
+  if (version().empty()) {
+    getDaemonInfo({.counts = false});
+  }
+}
+
+void _RVTrans::fetchTorrentList() {
+  RVSOAPResult result;
+  std::uint64_t before = 0;
+  for (int attempt = 0; attempt == 0 || (attempt < kFetchAttempts && result.statuscode == "409"); ++attempt) {
+    before = listing_.version();
+    result = noteOutcome([this] { return sendCommand(listRequest(), {.counts = false}); });
+  }
+  // A list that was stored meanwhile may be newer.
+  if (takeTorrentList(result, before)) {
+    Updating standing = Updating::leftStanding;
+    bUpdating_.compare_exchange_strong(standing, Updating::no);
+    bNewData_ = true;
+  }
 }
 
 json::Value _RVTrans::getTorrentList() const {
   static const json::Value empty = json::Value::array({});
   logRow("getTorrentList\n");
-  json::Value list;
-  {
-    const std::lock_guard lock(torrentListLock_);
-    list = torrentList_;
-  }
+  json::Value list = listing_.torrents();
   logRow("finished getTorrentList\n");
   return list.isAbsent() ? empty : list;
 }

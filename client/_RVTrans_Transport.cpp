@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
@@ -75,10 +76,13 @@ std::string_view secondPiece(std::string_view text) {
   return rest.substr(0, rest.find(separator));
 }
 
-// A daemon can name anything as its session id. What is no header's value is sent as none, so that the
+// A daemon can name anything as its session id. What can't be a header's value is sent as none, so that the
 // next conflict brings another one.
 std::string sendable(const std::optional<std::string>& session) {
-  const bool isValue = session && session->find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
+  constexpr std::size_t longest = 4096;
+  const bool isValue =
+      session && session->size() <= longest &&
+      std::none_of(session->begin(), session->end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; });
   return isValue ? *session : "";
 }
 

@@ -72,6 +72,7 @@ class RVTorrentListCell : public platform::TableViewCell {
   int statusID() const { return statusID_; }
   // The torrent's id; kNoTorrent when the daemon sent none that is exactly an integer.
   std::int64_t torrentidx() const { return torrentidx_; }
+  TorrentIdentity torrent() const { return {torrentidx_, name_, totalSize_}; }
   bool isContentHidden() const { return hidden_; }
 
   // The icon shakes while the torrent is selected: from one side to the other in this time, and back.

@@ -179,24 +179,35 @@ bool RVTorrentListController::isShaking(std::int64_t torrent) const {
 
 void RVTorrentListController::didSelectRowAtIndexPath(int row) {
   log("didSelectRowAtIndexPath:%ld\n", std::int64_t{row});
-  const std::int64_t torrent = rowToken(row);
-  if (torrent == kNoRow) {
+  const RVTorrentListCell* cell = visibleCell(row);
+  if (cell == nullptr) {
     return;
   }
-  if (RVTrans::getTorrentSelection() == torrent) {
+  if (RVTrans::getTorrentSelection() == cell->torrentidx()) {
     RVTrans::selectTorrent(RVTorrentListCell::kNoTorrent);
     tappedTorrent_ = RVTorrentListCell::kNoTorrent;
     updateShaking();
   } else {
-    selectTorrent(torrent);
+    selectTorrent(cell->torrent());
   }
+}
+
+const RVTorrentListCell* RVTorrentListController::visibleCell(int row) const {
+  for (const platform::TableView::LiveRow& live : table_.liveRows()) {
+    if (live.row == row) {
+      return static_cast<const RVTorrentListCell*>(live.cell);
+    }
+  }
+  return nullptr;
 }
 
 // The row shows the selection also when its details cannot be had: who starts or deletes what is selected
 // must see what that is.
-void RVTorrentListController::selectTorrent(std::int64_t torrent) {
-  RVTrans::selectTorrent(torrent);
-  tappedTorrent_ = torrent;
+void RVTorrentListController::selectTorrent(const TorrentIdentity& shown) {
+  if (!RVTrans::selectTorrent(shown)) {
+    return;  // a newer list, which is about to be shown, has another torrent there
+  }
+  tappedTorrent_ = shown.id;
   try {
     std::shared_ptr<RVTorrentInfo> info = RVTrans::getTorrentInfo();
     if (torrentInfoViewController_ != nullptr) {

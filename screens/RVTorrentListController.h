@@ -80,7 +80,9 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
 
  private:
   void doInit();
-  void selectTorrent(std::int64_t torrent);
+  void selectTorrent(const TorrentIdentity& shown);
+  // Null for a row that is not on the screen.
+  const RVTorrentListCell* visibleCell(int row) const;
   RVTorrentListCell* reusableCell();
   bool isShaking(std::int64_t torrent) const;
   void updateShaking();

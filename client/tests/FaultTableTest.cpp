@@ -20,7 +20,7 @@ enum class Kind {
 };
 
 struct Fault {
-  const char* name;
+  std::string name;
   Kind kind;
   std::function<Reply(const LoopbackDaemon& other)> reply;
   const char* status;  // as the client tells it
@@ -92,8 +92,8 @@ const std::vector<Fault>& faultTable() {
 
 // One request of the client. `act` raises what the client raises.
 struct Request {
-  const char* name;
-  const char* part;  // what its body holds and no other one's
+  std::string name;
+  std::string part;  // what its body holds and no other one's
   std::function<void(Harness&)> act;
   // What is there afterwards.
   std::function<void(Harness&, const Fault&)> expect;
@@ -145,14 +145,14 @@ const std::vector<Request>& requestTable() {
          EXPECT_TRUE(RVTrans::isConnected());
          EXPECT_TRUE(house.isError()) << house.message();
          EXPECT_EQ(RVTrans::getRPCVersion(), -1);
-         EXPECT_TRUE(RVTrans::isListOutdated()) << "so that it is fetched later";
+         EXPECT_TRUE(RVTrans::isOutOfStep()) << "so that it is fetched later";
        },
        true, true},
       {"firstList", "torrent-get", [](Harness&) { RVTrans::init(); },
        [](Harness& house, const Fault& fault) {
          EXPECT_TRUE(RVTrans::isConnected());
          EXPECT_EQ(house.isError(), fault.kind == Kind::unreadable);
-         EXPECT_TRUE(RVTrans::isListOutdated());
+         EXPECT_TRUE(RVTrans::isOutOfStep());
        },
        true, true},
       {"statistics", "session-stats",
@@ -209,6 +209,13 @@ const std::vector<Request>& requestTable() {
   return table;
 }
 
+std::size_t expectedSends(const Request& request, const Fault& fault) {
+  if (fault.reply == nullptr) return 0;
+  if (fault.kind != Kind::conflict) return 1;
+  const std::size_t once = fault.name == "409Once" ? 2 : 3;
+  return request.name == "listInTheBackground" ? once + 1 : once;
+}
+
 class FaultTableTest : public testing::TestWithParam<std::tuple<Request, Fault>> {
  protected:
   // What the client's request meets; `misbehaved` counts.
@@ -218,7 +225,7 @@ class FaultTableTest : public testing::TestWithParam<std::tuple<Request, Fault>>
       return std::nullopt;
     }
     ++misbehaved;
-    if (isConflict && fault.name == std::string("409Once")) {
+    if (isConflict && fault.name == "409Once") {
       house.daemon.model().setSessionId("next");
     }
     return fault.reply(house.other);
@@ -243,57 +250,56 @@ class FaultTableTest : public testing::TestWithParam<std::tuple<Request, Fault>>
     house.services.main.guard("the table", [this] { request.act(house); });
   }
 
+  // The wire, the message and the state are as the tables say; then the daemon behaves again.
+  void expectEndAndGoingOn() {
+    prepare();
+    act();
+    house.services.finishThreads();
+    request.expect(house, fault);
+    if (request.name != "connect" || fault.kind != Kind::conflict) {
+      EXPECT_EQ(house.sent(request.part), expectedSends(request, fault));
+    }
+    EXPECT_EQ(house.services.threads.running(), 0);
+    for (const RecordedRequest& sent : house.daemon.requests()) {
+      EXPECT_EQ(sent.header("X-Evil"), std::nullopt);
+    }
+    for (const RecordedRequest& sent : house.other.requests()) {
+      EXPECT_EQ(sent.header("Authorization"), std::nullopt);
+      EXPECT_EQ(sent.header("X-Transmission-Session-Id"), std::nullopt);
+    }
+    house.letMessageGo();
+    EXPECT_FALSE(house.isMessageShown()) << house.message();
+
+    house.daemon.setHandler({});
+    if (fault.reply == nullptr) house.daemon.listenAgain();
+    for (int i = 0; i < 2; ++i) {
+      RVTrans::updateAllTorrents();
+      house.services.finishThreads();
+    }
+    EXPECT_TRUE(RVTrans::isConnected());
+    EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U) << "the client goes on when the daemon does";
+  }
+
   Harness house;
   const Request request = std::get<0>(GetParam());
   const Fault fault = std::get<1>(GetParam());
   std::atomic<int> misbehaved{0};
 };
 
-std::size_t expectedSends(const Request& request, const Fault& fault) {
-  if (fault.reply == nullptr) return 0;
-  if (fault.kind != Kind::conflict) return 1;
-  const std::size_t once = fault.name == std::string("409Once") ? 2 : 3;
-  return request.name == std::string("listInTheBackground") ? once + 1 : once;
+using FaultThatEnds = FaultTableTest;
+using FaultThatRefuses = FaultTableTest;
+
+TEST_P(FaultThatEnds, AndTheClientGoesOn) {
+  expectEndAndGoingOn();
 }
 
-TEST_P(FaultTableTest, EndsAsLaidDownAndGoesOn) {
-  if (fault.kind == Kind::conflictOnly ||
-      (fault.reply == nullptr && request.connects && request.part != std::string("session-stats"))) {
-    GTEST_SKIP() << "goes on for ever, see the other test; or can't be";
-  }
-  prepare();
-  act();
-  house.services.finishThreads();
-  request.expect(house, fault);
-  if (request.name != std::string("connect") || fault.kind != Kind::conflict) {
-    EXPECT_EQ(house.sent(request.part), expectedSends(request, fault));
-  }
-  EXPECT_EQ(house.services.threads.running(), 0);
-  for (const RecordedRequest& sent : house.daemon.requests()) {
-    EXPECT_EQ(sent.header("X-Evil"), std::nullopt);
-  }
-  for (const RecordedRequest& sent : house.other.requests()) {
-    EXPECT_EQ(sent.header("Authorization"), std::nullopt);
-    EXPECT_EQ(sent.header("X-Transmission-Session-Id"), std::nullopt);
-  }
-  house.letMessageGo();
-  EXPECT_FALSE(house.isMessageShown()) << house.message();
-
-  house.daemon.setHandler({});
-  if (fault.reply == nullptr) house.daemon.listenAgain();
-  for (int i = 0; i < 2; ++i) {
-    RVTrans::updateAllTorrents();
-    house.services.finishThreads();
-  }
-  EXPECT_TRUE(RVTrans::isConnected());
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U) << "the client goes on when the daemon does";
+TEST_P(FaultThatRefuses, AndTheClientGoesOn) {
+  expectEndAndGoingOn();
 }
 
-TEST_P(FaultTableTest, IsLeftWithinASecond) {
-  const bool lasts = fault.slow || fault.kind == Kind::conflictOnly || fault.name == std::string("300MiB");
-  if (!lasts) {
-    GTEST_SKIP() << "is over at once";
-  }
+using FaultThatLasts = FaultTableTest;
+
+TEST_P(FaultThatLasts, IsLeftWithinASecond) {
   prepare();
   using Time = std::chrono::steady_clock;
   Time::time_point left;
@@ -317,11 +323,45 @@ TEST_P(FaultTableTest, IsLeftWithinASecond) {
 }
 
 std::string nameOf(const testing::TestParamInfo<std::tuple<Request, Fault>>& info) {
-  return std::string(std::get<0>(info.param).name) + "_" + std::get<1>(info.param).name;
+  return std::get<0>(info.param).name + "_" + std::get<1>(info.param).name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, FaultTableTest,
-                         testing::Combine(testing::ValuesIn(requestTable()), testing::ValuesIn(faultTable())),
+// The rows of a table for which `fits` is true.
+template <class Row, class Fits>
+std::vector<Row> those(const std::vector<Row>& table, Fits fits) {
+  std::vector<Row> rows;
+  std::copy_if(table.begin(), table.end(), std::back_inserter(rows), fits);
+  return rows;
+}
+
+bool isRefusal(const Fault& fault) {
+  return fault.reply == nullptr;
+}
+bool ends(const Fault& fault) {
+  return fault.kind != Kind::conflictOnly;
+}
+bool lasts(const Fault& fault) {
+  return fault.slow || !ends(fault) || fault.name == "300MiB";
+}
+// Nobody can refuse the connection in the middle of a hand-shake.
+bool canBeRefused(const Request& request) {
+  return !request.connects || request.name == "connect";
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FaultThatEnds,
+                         testing::Combine(testing::ValuesIn(requestTable()),
+                                          testing::ValuesIn(those(faultTable(),
+                                                                  [](const Fault& fault) {
+                                                                    return ends(fault) && !isRefusal(fault);
+                                                                  }))),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Each, FaultThatRefuses,
+                         testing::Combine(testing::ValuesIn(those(requestTable(), canBeRefused)),
+                                          testing::ValuesIn(those(faultTable(), isRefusal))),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Each, FaultThatLasts,
+                         testing::Combine(testing::ValuesIn(requestTable()),
+                                          testing::ValuesIn(those(faultTable(), lasts))),
                          nameOf);
 
 }  // namespace

@@ -80,7 +80,7 @@ TEST_F(OverlapTest, WhateverOverlapsTheClientEndsUpWithTheDaemonsList) {
   RVTrans::updateAllTorrents();  // the last one may have met a dropped connection
   finish();
   EXPECT_TRUE(RVTrans::isConnected());
-  EXPECT_FALSE(RVTrans::isListOutdated());
+  EXPECT_FALSE(RVTrans::isOutOfStep());
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
   EXPECT_EQ(house.services.threads.running(), 0);
 }

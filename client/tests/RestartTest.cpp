@@ -6,7 +6,6 @@
 
 #include "client/SessionWatcher.h"
 #include "client/tests/ClientFixture.h"
-#include "json/JSONValue.h"
 
 namespace seedmote {
 namespace {
@@ -14,14 +13,6 @@ namespace {
 using platform::HttpAnswer;
 using platform::HttpError;
 using platform::HttpRequest;
-
-TEST(TorrentIdentity, AnIdIsAnIntegerOrNone) {
-  const json::Value torrents = json::JSONValue(
-      R"([{"id":5},{"id":-1},{"id":5.0},{"id":2.5},{"id":5e0},{"id":1e400},{"id":true},{"id":"5"},{"id":null},{}])");
-  std::vector<std::int64_t> ids;
-  for (const json::ValueRef torrent : torrents->elements()) ids.push_back(torrentID(torrent["id"]));
-  EXPECT_THAT(ids, testing::ElementsAre(5, -1, -1, -1, -1, -1, -1, -1, -1, -1));
-}
 
 // A daemon that can be started anew, with its torrents under other ids.
 class RestartTest : public ClientFixture {
@@ -124,6 +115,33 @@ TEST_F(RestartTest, WhatTheUserSawIsMeantAlsoWhenTheListChangedSince) {
   EXPECT_NE(bodies().at(bodies().size() - 2).find(R"("ids":-1)"), std::string::npos);
 }
 
+TEST_F(RestartTest, ARowThatIsOlderThanTheListSelectsNothing) {
+  connect();
+  afterRestart = "[" + gamma + "]";
+  restart();
+  RVTrans::fetchTorrentList();
+  EXPECT_FALSE(RVTrans::selectTorrent({2, "beta", 9})) << "the row still shows what stood there before";
+  EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
+  EXPECT_TRUE(RVTrans::selectTorrent({2, "gamma", 9}));
+}
+
+TEST_F(RestartTest, AListThatComesBetweenTheTapAndTheRemovalChangesNothing) {
+  connect();
+  RVTrans::selectTorrent(2);
+  afterRestart = "[" + gamma + "]";
+  restart();
+  // The message is laid out before the removal's thread starts.
+  OvProgressHUD::sharedView()->setTextMeasure([](const QString&, QSizeF) {
+    std::thread([] { RVTrans::fetchTorrentList(); }).join();
+    return OvProgressHUD::MeasuredText();
+  });
+  RVTrans::deleteTorrent();
+  OvProgressHUD::sharedView()->setTextMeasure(nullptr);
+  services.finishThreads();
+  EXPECT_EQ(removals, 0);
+  EXPECT_NE(overlayText().find("Not deleted!"), std::string::npos);
+}
+
 TEST_F(RestartTest, WithoutASelectionARemovalIsSentAsItIs) {
   connect();
   restart();
@@ -182,6 +200,29 @@ TEST_F(SessionWatcherTest, ANewSessionsListIsFetchedAtMostEveryHalfMinute) {
   EXPECT_EQ(bodies().size(), asked);
   pass(2);
   EXPECT_EQ(bodies().size(), asked + 1);
+}
+
+TEST_F(SessionWatcherTest, WhatAConnectedClientLacksIsFetched) {
+  bool broken = true;
+  services.scripted.setHandler([&](const HttpRequest& request) {
+    if (broken && request.body == kInfo) return failure(HttpError::timedOut);
+    return reply(request);
+  });
+  connect();
+  EXPECT_EQ(RVTrans::getRPCVersion(), -1);
+  broken = false;
+  pass(2);
+  EXPECT_EQ(RVTrans::getRPCVersion(), 16);
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
+
+  // A new session whose first answer broke off: the client knows no session id at all.
+  platform::HttpAnswer conflict = failure(HttpError::closed);
+  conflict.status = 409;
+  enqueue({conflict, failure(HttpError::refused)});
+  RVTrans::updateAllTorrents();
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U);
+  pass(30);
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
 }
 
 TEST_F(SessionWatcherTest, AConnectedClientWithoutASessionHeals) {

@@ -48,45 +48,6 @@ TEST_F(WireTest, AnyCertificateIsAccepted) {
   EXPECT_TRUE(RVTrans::isConnected());
 }
 
-TEST_F(WireTest, WhateverAnswersFirstTheAttemptEndsWithAMessageAndACause) {
-  struct Case {
-    const char* what;
-    support::Reply reply;
-    DaemonCondition cause;
-  };
-  const Case cases[] = {
-      {"reset", replies::reset(), DaemonCondition::closedUnanswered},
-      {"closed", replies::nothing(), DaemonCondition::closedUnanswered},
-      {"garbage", replies::raw("garbage\r\n\r\n"), DaemonCondition::notTransmission},
-      {"truncated", replies::truncated("{\"arg", 1000), DaemonCondition::brokenOff},
-      {"empty", replies::json(""), DaemonCondition::notTransmission},
-      {"401", replies::unauthorized(2), DaemonCondition::loginRefused},
-      {"403 for the address", replies::addressRefused(), DaemonCondition::addressNotAllowed},
-      {"403 for too many logins", replies::lockedOut(), DaemonCondition::lockedOut},
-      {"421", replies::misdirected(), DaemonCondition::hostNotAllowed},
-      {"500", replies::html(500, "no"), DaemonCondition::notTransmission},
-      {"redirect to a file", replies::redirect(302, "file:///etc/passwd"), DaemonCondition::notTransmission},
-  };
-  LoopbackDaemon daemon;
-  useDaemonAt(daemon.port());
-  const std::string failed = "Failed to connecting daemon!\nhttp://" + daemon.address() + "\nError: Timeout";
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
-    daemon.setReply(c.reply);
-    attempt();
-    EXPECT_FALSE(RVTrans::isConnected());
-    EXPECT_EQ(overlayText(), failed);
-    EXPECT_EQ(RVTrans::listOutcome().condition, c.cause) << RVTrans::listOutcome().detail;
-  }
-  daemon.setReply(replies::conflictWithBody("no markers"));
-  attempt();
-  EXPECT_FALSE(RVTrans::isConnected());
-  EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("error"));
-  daemon.setHandler({});
-  attempt();
-  EXPECT_TRUE(RVTrans::isConnected()) << "a daemon that behaves again is connected";
-}
-
 TEST_F(WireTest, ATimersPollGivesUpARefusedLoginUntilTheUserActs) {
   LoopbackDaemon daemon;
   user = "user";

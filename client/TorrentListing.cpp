@@ -1,0 +1,116 @@
+#include "client/TorrentListing.h"
+
+#include <utility>
+
+#include "platform/core/Log.h"
+
+namespace seedmote {
+
+namespace {
+
+// Whether a selection from another session still means the torrent that stands under its id now.
+bool isStillMeant(const TorrentSelection& selection, json::ValueRef now) {
+  return selection.known && !now.isAbsent() && TorrentIdentity::of(now).isSameTorrent(*selection.known);
+}
+
+}  // namespace
+
+TorrentListing::Listed TorrentListing::listed() const {
+  const std::lock_guard lock(torrentListLock_);
+  return list_;
+}
+
+json::Value TorrentListing::torrents() const {
+  return listed().torrents;
+}
+
+TorrentListing::SessionID TorrentListing::session() const {
+  return listed().session;
+}
+
+std::uint64_t TorrentListing::version() const {
+  return listed().version;
+}
+
+void TorrentListing::replace(json::Value torrents) {
+  const std::lock_guard lock(torrentListLock_);
+  std::swap(list_.torrents, torrents);  // the old list goes after the lock
+  ++list_.version;
+}
+
+// The search through a long list happens outside the lock, and again when the selection has changed
+// meanwhile.
+bool TorrentListing::store(const json::Value& torrents, const SessionID& session,
+                           std::optional<std::uint64_t> onlyAfter) {
+  json::Value old = torrents;
+  while (true) {
+    const std::int64_t id = selection().id;
+    const json::ValueRef now = id == kNoTorrentID ? json::ValueRef() : torrentWithID(torrents, id);
+    const std::lock_guard lock(torrentListLock_);
+    if (onlyAfter && list_.version != *onlyAfter) {
+      return false;
+    }
+    if (selection_.id != id) {
+      continue;
+    }
+    const bool anotherSession = selection_.session && selection_.session != session;
+    if (id != kNoTorrentID && anotherSession && !isStillMeant(selection_, now)) {
+      platform::log("The daemon's new session has another torrent under the selected id %ld, or none\n", id);
+      selection_ = {};
+    } else if (!now.isAbsent()) {
+      selection_ = {id, session, TorrentIdentity::of(now)};
+    }
+    std::swap(list_.torrents, old);
+    list_.session = session;
+    ++list_.version;
+    return true;
+  }
+}
+
+TorrentSelection TorrentListing::find(const Listed& list, std::int64_t id) {
+  TorrentSelection found{id, list.session, std::nullopt};
+  const json::ValueRef torrent = id == kNoTorrentID ? json::ValueRef() : torrentWithID(list.torrents, id);
+  if (!torrent.isAbsent()) {
+    found.known = TorrentIdentity::of(torrent);
+  }
+  return found;
+}
+
+TorrentSelection TorrentListing::find(std::int64_t id) const {
+  return find(listed(), id);
+}
+
+void TorrentListing::select(std::int64_t id) {
+  while (true) {
+    const Listed list = listed();
+    TorrentSelection found = find(list, id);
+    const std::lock_guard lock(torrentListLock_);
+    if (list_.version == list.version) {
+      selection_ = std::move(found);
+      return;
+    }
+  }
+}
+
+bool TorrentListing::select(const TorrentIdentity& shown) {
+  while (true) {
+    const Listed list = listed();
+    TorrentSelection found = find(list, shown.id);
+    const std::lock_guard lock(torrentListLock_);
+    if (list_.version != list.version) {
+      continue;
+    }
+    if (shown.id != kNoTorrentID && !(found.known && found.known->isSameTorrent(shown))) {
+      return false;
+    }
+    selection_ = std::move(found);
+    return true;
+  }
+}
+
+TorrentSelection TorrentListing::selection() const {
+  const std::lock_guard lock(torrentListLock_);
+  return selection_;
+}
+
+}  // namespace seedmote

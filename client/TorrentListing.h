@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "client/TorrentIdentity.h"
+#include "json/Value.h"
+
+namespace seedmote {
+
+// What is selected, and what was known of it when it was.
+struct TorrentSelection {
+  std::int64_t id = kNoTorrentID;
+  std::optional<std::string> session;  // under which the list of that moment was fetched; absent without one
+  std::optional<TorrentIdentity> known;  // absent for a torrent that was not in that list
+};
+
+// The torrent list, the session id under which it was fetched, and the selection, which is a place in that
+// list: they change together, behind one lock. Thread-safe.
+class TorrentListing final {
+ public:
+  using SessionID = std::optional<std::string>;
+
+  // An array; absent before the first list, and after an update that failed.
+  json::Value torrents() const;
+  // Of the newest list that came, also when an update has failed since.
+  SessionID session() const;
+  // Counts the changes of the list.
+  std::uint64_t version() const;
+
+  // A list that is none of the daemon's: an empty one, or an absent one.
+  void replace(json::Value torrents);
+  // A list that was fetched under `session`. A selection from another session is cleared unless the torrent
+  // is still there under its id, with the same name and size. With `onlyAfter`, does nothing and answers
+  // false when the list has changed since that version.
+  bool store(const json::Value& torrents, const SessionID& session,
+             std::optional<std::uint64_t> onlyAfter = std::nullopt);
+
+  // kNoTorrentID for none.
+  void select(std::int64_t id);
+  // Selects what a row shows. Answers false, and selects nothing, when the list has another torrent under
+  // that id by now.
+  bool select(const TorrentIdentity& shown);
+  TorrentSelection selection() const;
+  // The selection that `id` would be now.
+  TorrentSelection find(std::int64_t id) const;
+
+ private:
+  struct Listed {
+    json::Value torrents;
+    SessionID session;
+    std::uint64_t version = 0;
+  };
+  Listed listed() const;
+  static TorrentSelection find(const Listed& list, std::int64_t id);
+
+  mutable std::mutex torrentListLock_;
+  Listed list_;
+  TorrentSelection selection_;
+};
+
+}  // namespace seedmote
