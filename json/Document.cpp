@@ -95,6 +95,7 @@ void Document::addBlock(std::size_t size) {
   blocks_.push_back({nullptr, 0});  // first, so that nothing is lost when memory runs out
   char* bytes = BlockPool::take(size);
   blocks_.back() = {bytes, size};
+  bytes_ += size;
 }
 
 void* Document::allocateElsewhere(std::size_t bytes) {

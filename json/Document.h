@@ -34,6 +34,8 @@ class Document {
   void retain() { shares_.fetch_add(1, std::memory_order_relaxed); }
   void release() noexcept;
 
+  std::size_t bytes() const { return bytes_; }  // taken from the system, used or not
+
   // Memory for nodes and the like, aligned to 8 bytes.
   void* allocate(std::size_t bytes) {
     bytes = (bytes + 7) & ~std::size_t{7};
@@ -107,6 +109,7 @@ class Document {
   char* low_ = nullptr;
   char* high_ = nullptr;
   std::size_t nextSize_;
+  std::size_t bytes_ = 0;
   Document* nextUnused_ = nullptr;  // while release() takes a chain down
   std::vector<Block> blocks_;
   std::vector<Document*> sharedDocuments_;

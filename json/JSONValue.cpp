@@ -11,7 +11,13 @@ Value JSONValue(std::string_view text) {
 }
 
 Value JSONValue(std::string_view text, std::string& error) {
+  return JSONValue(text, error, nullptr);
+}
+
+Value JSONValue(std::string_view text, std::string& error,
+                const std::function<bool(std::size_t treeBytes)>& goOn) {
   YxJsonParser parser;
+  parser.setGoOn(goOn);
   Value value = parser.objectWithString(text);
   if (!value) {
     error = parser.error();

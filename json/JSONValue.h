@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,9 @@ Value JSONValue(std::string_view text);
 
 // As above; on failure `error` gets the reader's message, on success it is left alone.
 Value JSONValue(std::string_view text, std::string& error);
+
+// As above, in pieces, between which `goOn` is asked; see YxJsonParser::setGoOn.
+Value JSONValue(std::string_view text, std::string& error,
+                const std::function<bool(std::size_t treeBytes)>& goOn);
 
 }  // namespace seedmote::json

@@ -31,6 +31,11 @@ class TreeBuilder {
   // Sizes the first block of the next tree.
   void expect(std::size_t bytes) { expectedBytes_ = bytes; }
 
+  // Of the tree under construction.
+  std::size_t bytes() const {
+    return nodes_.size() * sizeof(Node) + (document_ == nullptr ? 0 : document_->bytes());
+  }
+
   bool isOpen() const { return frames_.size() != 0; }
   bool isInDictionary() const { return frames_.back().isDictionary; }
   Document& document() {

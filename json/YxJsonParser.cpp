@@ -6,6 +6,16 @@
 
 namespace seedmote::json {
 
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{1} << 20;  // bytes; some milliseconds
+
+bool isError(YxJsonStreamParserStatus status) {
+  return status == YxJsonStreamParserStatus::YxJsonStreamParserError;
+}
+
+}  // namespace
+
 Value YxJsonParser::objectWithData(std::string_view data) {
   if (data.empty()) {
     error_ = "Input was 'nil'";
@@ -18,7 +28,16 @@ Value YxJsonParser::objectWithData(std::string_view data) {
   YxJsonStreamParser<YxJsonStreamParserAdapter> parser;
   parser.setMaxDepth(maxDepth_);
   parser.setDelegate(&adapter);
-  switch (parser.parse(data)) {
+  YxJsonStreamParserStatus status = YxJsonStreamParserStatus::YxJsonStreamParserWaitingForData;
+  const std::size_t piece = goOn_ ? kPiece : data.size();
+  for (std::size_t at = 0; at < data.size() && !isError(status); at += piece) {
+    if (at > 0 && !goOn_(adapter.treeBytes())) {
+      error_ = "Reading was given up";
+      return {};
+    }
+    status = parser.parse(data.substr(at, piece));
+  }
+  switch (status) {
     case YxJsonStreamParserStatus::YxJsonStreamParserComplete:
       return accumulator.value();
     case YxJsonStreamParserStatus::YxJsonStreamParserWaitingForData:

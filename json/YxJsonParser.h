@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "json/JsonError.h"
 #include "json/Value.h"
@@ -18,6 +20,11 @@ class YxJsonParser {
   // On failure `error`, unless null, becomes what error() says.
   Value objectWithString(std::string_view text, std::optional<JsonError>* error);
 
+  // Asked between pieces of a large text with the bytes that the tree takes so far; false gives the reading
+  // up. Unless set, a text is read in one piece, however long that takes.
+  using GoOn = std::function<bool(std::size_t treeBytes)>;
+  void setGoOn(GoOn goOn) { goOn_ = std::move(goOn); }
+
   // Containers within each other; 32 unless set.
   std::size_t maxDepth() const { return maxDepth_; }
   void setMaxDepth(std::size_t depth) { maxDepth_ = depth; }
@@ -26,6 +33,7 @@ class YxJsonParser {
 
  private:
   std::size_t maxDepth_ = 32;
+  GoOn goOn_;
   std::string error_;
 };
 

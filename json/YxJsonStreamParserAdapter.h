@@ -32,6 +32,8 @@ class YxJsonStreamParserAdapter final {
 
   // About how many bytes of text will come; only sizes memory.
   void expectText(std::size_t bytes) { builder_.expect(bytes + bytes / 2 + 256); }
+  // About how much memory the tree under construction takes.
+  std::size_t treeBytes() const { return builder_.bytes(); }
 
   void parserFoundObjectStart(YxJsonStreamParserBase&) {
     if (++depth_ > levelsToSkip_) builder_.openDictionary();

@@ -97,7 +97,9 @@ TEST_F(CommandsTest, AFileIsSentWholeAndAnUnreadableOneAsEmpty) {
   const std::string path = folder.filePath(QStringLiteral("größe 100%.torrent")).toStdString();
   std::ofstream(path) << "Ma";
   const std::string escaped = folder.path().toStdString() + "/gr%C3%B6%C3%9Fe%20100%25.torrent";
-  for (const std::string& file : {path, "file://" + escaped}) {
+  const std::string latin = folder.path().toStdString() + "/gr\xf6\xdf" + "e";
+  std::ofstream(latin) << "Ma";
+  for (const std::string& file : {path, latin, "file://" + escaped, "file://localhost" + escaped}) {
     EXPECT_EQ(client.addTorrentFile(file)["statuscode"].text(), "200");
     EXPECT_EQ(bodies().back(), text("torrent-add", R"({"metainfo":"TWE="})")) << file;
     EXPECT_TRUE(lines.contains("addTorrent URL = " + file));

@@ -1,38 +1,52 @@
 #include "platform/core/FileContents.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QUrl>
+#include <QByteArray>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
 
 namespace seedmote::platform {
 
 namespace {
 
-constexpr qint64 kLargestFile = qint64{1} << 30;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30;
 
-QString pathOf(const std::string& file) {
-  const QString text = QString::fromStdString(file);
-  if (text.startsWith(QLatin1Char('/'))) {
-    return text;
+// The bytes of the path, which need not be UTF-8; empty for what names no file of this machine.
+std::string pathOf(const std::string& file) {
+  constexpr std::string_view scheme = "file://";
+  constexpr std::string_view thisHost = "localhost";
+  if (!file.starts_with(scheme)) {
+    return file.starts_with('/') ? file : std::string();
   }
-  const QUrl url(text, QUrl::StrictMode);
-  return url.isLocalFile() ? url.toLocalFile() : QString();
+  std::string_view rest = std::string_view(file).substr(scheme.size());
+  if (rest.starts_with(thisHost)) {
+    rest.remove_prefix(thisHost.size());
+  }
+  if (!rest.starts_with('/')) {
+    return {};
+  }
+  return QByteArray::fromPercentEncoding(QByteArray(rest.data(), qsizetype(rest.size()))).toStdString();
 }
 
 }  // namespace
 
 std::optional<std::string> contentsOfFile(const std::string& file) {
-  const QString path = pathOf(file);
+  const std::filesystem::path path = pathOf(file);
+  std::error_code error;
   // Asked before it is opened: opening a pipe waits for somebody to write.
-  if (path.isEmpty() || !QFileInfo(path).isFile() || QFileInfo(path).size() > kLargestFile) {
+  if (!std::filesystem::is_regular_file(path, error)) {
     return std::nullopt;
   }
-  QFile opened(path);
-  if (!opened.open(QIODevice::ReadOnly)) {
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  std::ifstream opened(path, std::ios::binary);
+  if (error || size > kLargestFile || !opened) {
     return std::nullopt;
   }
-  const QByteArray bytes = opened.readAll();
-  return opened.error() == QFileDevice::NoError ? std::optional(bytes.toStdString()) : std::nullopt;
+  std::string bytes(size, '\0');
+  opened.read(bytes.data(), static_cast<std::streamsize>(size));
+  bytes.resize(static_cast<std::size_t>(opened.gcount()));
+  return opened.bad() ? std::nullopt : std::optional(std::move(bytes));
 }
 
 }  // namespace seedmote::platform
