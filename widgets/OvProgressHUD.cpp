@@ -147,11 +147,12 @@ void OvProgressHUD::showWithStatus(const Status& status, OvProgressHUDMaskType m
                                    [[maybe_unused]] bool networkIndicator) {
   log("Going to dispatch showWithStatus\n");
   log("Start to show message\n");
+  fadeOutTimer_.stop();
+  ++shows_;  // a dismissal that the timer has posted already is not meant for this message
   const bool takesTouches = maskType != OvProgressHUDMaskTypeNone;
   if (!takesTouches) {
     swallowHeldTouches();
   }
-  fadeOutTimer_.stop();
   positionHUD();
   animate(0, [&] {
     hudView_.scale = hudView_.exists ? hudView_.scale : kEntryScale;
@@ -208,12 +209,21 @@ void OvProgressHUD::showResult(const QString& status, bool error, double delay) 
       layOut(status);
       spinnerView_.spinning = false;
       fadeOutTimer_ = platform::services().timers.once(
-          "fadeOutTimer", std::max(delay, kShortestDelay), [] { dismiss(); }, Lane::overlay);
+          "fadeOutTimer", std::max(delay, kShortestDelay),
+          [shows = shows_] {
+            postToMain([shows](OvProgressHUD& hud) {
+              if (hud.shows_ == shows) hud.fadeOut();
+            });
+          },
+          Lane::overlay);
     }
   });
 }
 
 void OvProgressHUD::fadeOut() {
+  if (!hudView_.exists) {
+    return;
+  }
   animate(kFade, [this] {
     hudView_.scale *= kExitScale;
     setAlpha(0);

@@ -103,7 +103,6 @@ class OvProgressHUD final : public QObject {
   bool takesTouches() const { return overlayWindow_.takesTouches; }
   QString text() const { return stringLabel_.text; }
   QString image() const;  // "success", "error", or empty
-  QString okTitle() const { return okButton_.title; }
 
  Q_SIGNALS:
   void changed();
@@ -145,6 +144,7 @@ class OvProgressHUD final : public QObject {
   platform::Timers::Handle fadedTimer_;
   std::vector<platform::Subscription> notices_;
   double animationDuration_ = 0;
+  unsigned shows_ = 0;
 
   OverlayWindow overlayWindow_;
   OverlayPanel hudView_;

@@ -8,8 +8,8 @@ Item {
 
     required property OvProgressHUD hud
 
-    x: panel.hud.hudView.center.x
-    y: panel.hud.hudView.center.y
+    x: panel.hud.hudView.drawnCenter.x
+    y: panel.hud.hudView.drawnCenter.y
     rotation: panel.hud.hudView.rotation
 
     Behavior on x {

@@ -30,6 +30,7 @@ struct OverlayPanel {
   Q_GADGET
   Q_PROPERTY(bool exists MEMBER exists)
   Q_PROPERTY(QPointF center MEMBER center)
+  Q_PROPERTY(QPointF drawnCenter READ drawnCenter)
   Q_PROPERTY(QSizeF size MEMBER size)
   Q_PROPERTY(double rotation MEMBER rotation)
   Q_PROPERTY(double scale MEMBER scale)
@@ -41,6 +42,9 @@ struct OverlayPanel {
   double rotation = 0;
   double scale = 1;
   bool operator==(const OverlayPanel&) const = default;
+
+  // Less than a point beside the centre, so that edges and texts stand on whole points and are sharp.
+  QPointF drawnCenter() const;
 };
 
 struct OverlayLabel {

@@ -28,6 +28,10 @@ Item {
         onWheel: (wheel) => { wheel.accepted = true }
     }
 
+    KeyBarrier {
+        closed: overlay.hud.overlayWindow.takesTouches
+    }
+
     MultiPointTouchArea {
         anchors.fill: parent
         enabled: overlay.hud.overlayWindow.takesTouches

@@ -19,7 +19,7 @@ constexpr double kSpinnerLine = 40.5;
 constexpr QSizeF kImage(28, 28);
 constexpr QSizeF kSpinner(37, 37);
 constexpr QSizeF kButton(80, 30);
-constexpr double kButtonGap = 4;
+constexpr double kButtonInset = 8;  // of a face in its half of the panel
 
 QRectF centered(QSizeF size, QPointF at) {
   return {at.x() - size.width() / 2, at.y() - size.height() / 2, size.width(), size.height()};
@@ -38,7 +38,7 @@ void placeButtons(PanelLayout& panel) {
   const double line = panel.size.height() - kButtonLine;
   panel.okButton = centered(kButton, {std::ceil(width / 4), line});
   panel.cancelButton = centered(kButton, {std::ceil(width * 3 / 4), line});
-  panel.buttonFace = std::min(kButton.width(), width / 2) - kButtonGap;
+  panel.buttonFace = std::min(kButton.width(), width / 2 - kButtonInset);
 }
 
 }  // namespace

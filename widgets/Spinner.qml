@@ -19,7 +19,7 @@ Item {
 
             x: (parent.width - width) / 2
             width: 3
-            height: 8
+            height: 6.5
             radius: 1.5
             color: "white"
             opacity: 0.2 + 0.8 * index / 11

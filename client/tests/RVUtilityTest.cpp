@@ -119,7 +119,7 @@ TEST(RVUtility, MessagesAreShownFromAThreadOfTheirOwn) {
   services.settle();
   EXPECT_TRUE(OvProgressHUD::isVisible());
   EXPECT_EQ(OvProgressHUD::sharedView()->text().toStdString(), "Torrent is added!");
-  EXPECT_FALSE(OvProgressHUD::sharedView()->okTitle().isEmpty());
+  EXPECT_FALSE(OvProgressHUD::sharedView()->okButton().title.isEmpty());
   OvProgressHUD::dropSharedView();
 }
 
