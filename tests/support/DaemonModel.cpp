@@ -1,7 +1,6 @@
 #include "tests/support/DaemonModel.h"
 
 #include <string_view>
-#include <utility>
 
 #include "tests/support/DaemonTexts.h"
 #include "tests/support/Encodings.h"
@@ -10,7 +9,6 @@
 namespace seedmote::support {
 namespace {
 
-constexpr int kMostFailedLogins = 100;
 constexpr std::string_view kRpcPath = "/transmission/rpc";
 
 std::string makeSessionId(int number) {  // 48 letters and digits, another one each time
@@ -37,17 +35,13 @@ std::string_view methodOf(std::string_view body) {
 DaemonModel::DaemonModel()
     : sessionId_(makeSessionId(0)),
       stats_(texts::kStats),
-      session_(texts::kSession),
       torrents_(texts::kNoTorrents),
       detail_(texts::kNoTorrents) {}
 
 Reply DaemonModel::reply(const RecordedRequest& request) {
   const std::lock_guard lock(mutex_);
-  if (!whitelisted_) {
-    return replies::addressRefused();
-  }
   if (!loggedIn(request)) {
-    return refusal();
+    return replies::unauthorized(failedLogins_);
   }
   if (!request.path.starts_with(kRpcPath)) {
     return replies::html(301, texts::kMovedBody, {{"Location", "/transmission/web/"}});
@@ -67,17 +61,12 @@ bool DaemonModel::loggedIn(const RecordedRequest& request) {
   if (credentials_.empty()) {
     return true;
   }
-  if (failedLogins_ < kMostFailedLogins &&
-      request.header("Authorization") == "Basic " + base64(credentials_)) {
+  if (request.header("Authorization") == "Basic " + base64(credentials_)) {
     failedLogins_ = 0;
     return true;
   }
   ++failedLogins_;
   return false;
-}
-
-Reply DaemonModel::refusal() const {
-  return failedLogins_ > kMostFailedLogins ? replies::lockedOut() : replies::unauthorized(failedLogins_);
 }
 
 std::string DaemonModel::jsonFor(const std::string& body) const {
@@ -89,7 +78,7 @@ std::string DaemonModel::jsonFor(const std::string& body) const {
     return stats_;
   }
   if (method == "session-get") {
-    return session_;
+    return std::string(texts::kSession);
   }
   if (method == "torrent-get") {
     return body.find("\"ids\"") == std::string::npos ? torrents_ : detail_;
@@ -103,44 +92,14 @@ std::string DaemonModel::sessionId() const {
   return sessionId_;
 }
 
-void DaemonModel::setSessionId(std::string id) {
-  const std::lock_guard lock(mutex_);
-  sessionId_ = std::move(id);
-}
-
 void DaemonModel::changeSessionId() {
   const std::lock_guard lock(mutex_);
   sessionId_ = makeSessionId(++sessions_);
 }
 
-void DaemonModel::setCredentials(std::string credentials) {
+void DaemonModel::assign(std::string& to, std::string text) {
   const std::lock_guard lock(mutex_);
-  credentials_ = std::move(credentials);
-}
-
-void DaemonModel::setWhitelisted(bool whitelisted) {
-  const std::lock_guard lock(mutex_);
-  whitelisted_ = whitelisted;
-}
-
-void DaemonModel::setStats(std::string json) {
-  const std::lock_guard lock(mutex_);
-  stats_ = std::move(json);
-}
-
-void DaemonModel::setSession(std::string json) {
-  const std::lock_guard lock(mutex_);
-  session_ = std::move(json);
-}
-
-void DaemonModel::setTorrents(std::string json) {
-  const std::lock_guard lock(mutex_);
-  torrents_ = std::move(json);
-}
-
-void DaemonModel::setDetail(std::string json) {
-  const std::lock_guard lock(mutex_);
-  detail_ = std::move(json);
+  to = std::move(text);
 }
 
 }  // namespace seedmote::support

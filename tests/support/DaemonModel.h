@@ -2,13 +2,14 @@
 
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "tests/support/HttpMessages.h"
 
 namespace seedmote::support {
 
-// Answers as the real daemon does, without any torrents behind it: whitelist, login, session id, then one
-// text for each method. Thread-safe.
+// Answers as the real daemon does, without any torrents behind it: login, session id, then one text for each
+// method. Thread-safe.
 class DaemonModel final {
  public:
   DaemonModel();
@@ -16,22 +17,20 @@ class DaemonModel final {
   Reply reply(const RecordedRequest& request);
 
   std::string sessionId() const;
-  void setSessionId(std::string id);
+  void setSessionId(std::string id) { assign(sessionId_, std::move(id)); }
   void changeSessionId();  // as every hour and at each restart
 
-  // "user:password"; empty switches authentication off. The 101st failed login locks everybody out.
-  void setCredentials(std::string credentials);
-  void setWhitelisted(bool whitelisted);
+  // "user:password"; empty switches authentication off.
+  void setCredentials(std::string credentials) { assign(credentials_, std::move(credentials)); }
 
   // The whole JSON texts; a "torrent-get" with "ids" is answered with the detail.
-  void setStats(std::string json);
-  void setSession(std::string json);
-  void setTorrents(std::string json);
-  void setDetail(std::string json);
+  void setStats(std::string json) { assign(stats_, std::move(json)); }
+  void setTorrents(std::string json) { assign(torrents_, std::move(json)); }
+  void setDetail(std::string json) { assign(detail_, std::move(json)); }
 
  private:
+  void assign(std::string& to, std::string text);
   bool loggedIn(const RecordedRequest& request);
-  Reply refusal() const;
   std::string jsonFor(const std::string& body) const;
 
   mutable std::mutex mutex_;
@@ -39,9 +38,7 @@ class DaemonModel final {
   int sessions_ = 0;
   std::string credentials_;
   int failedLogins_ = 0;
-  bool whitelisted_ = true;
   std::string stats_;
-  std::string session_;
   std::string torrents_;
   std::string detail_;
 };

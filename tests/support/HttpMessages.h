@@ -20,7 +20,6 @@ struct RecordedRequest {
   std::string path;
   std::vector<HttpHeader> headers;  // in their order; values without blanks at the ends
   std::string body;
-  int connection = 0;  // 1 for the first one accepted
 
   // The first value under that name, in any case; absent when there is none.
   std::optional<std::string> header(std::string_view name) const;
@@ -31,11 +30,11 @@ struct Reply {
   enum class End {
     keepOpen,
     close,
-    reset  // the peer reads "connection reset"
+    reset,  // nothing is sent, the peer reads "connection reset"
+    hang    // nothing is sent or ended until the connections are dropped
   };
 
-  bool held = false;                   // nothing happens until LoopbackDaemon::release()
-  std::string bytes;                   // sent as they stand; none: nothing is sent
+  std::string bytes{};                 // sent as they stand; none: nothing is sent
   std::size_t pieceSize = 0;           // bytes sent at once; 0: all
   std::chrono::milliseconds pause{0};  // between pieces
   std::uint64_t filler = 0;            // so many 'x' follow, made while they are sent

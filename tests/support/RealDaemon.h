@@ -1,7 +1,7 @@
 #pragma once
 
-#include <sys/types.h>
-
+#include <QProcess>
+#include <QTemporaryDir>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,7 +24,7 @@ class RealDaemon final {
 
   RealDaemon() : RealDaemon(Options{}) {}
   explicit RealDaemon(Options options);
-  ~RealDaemon();
+  ~RealDaemon() { stop(); }
   RealDaemon(const RealDaemon&) = delete;
   RealDaemon& operator=(const RealDaemon&) = delete;
 
@@ -32,31 +32,29 @@ class RealDaemon final {
   static std::string absence();
 
   int port() const { return port_; }
-  std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
-  std::string url() const { return "http://" + address() + "/transmission/rpc"; }
-  std::filesystem::path downloads() const { return directory_ / "data"; }
+  std::string url() const { return "http://127.0.0.1:" + std::to_string(port_) + "/transmission/rpc"; }
+  std::filesystem::path downloads() const { return inFolder("data"); }
 
   // Sends one RPC request and returns the JSON answer; deals with the session id.
   std::string rpc(const std::string& body);
 
   // Adds so many paused torrents, "PREFIX-0" and so on.
-  std::vector<TinyTorrent> addTorrents(int count, const std::string& prefix = "tiny");
+  void addTorrents(int count, const std::string& prefix = "tiny");
 
-  void stop();
-  void start();    // same directory and port; the torrents' ids may be others than before
-  void restart();  // stop and start
+  void restart();  // same directory and port; the torrents' ids may be others than before
 
  private:
+  std::string inFolder(const char* name) const;
   void writeSettings() const;
-  void launch();
-  void waitUntilReady();
+  void start();
+  void stop();
+  bool isReady();
   platform::HttpAnswer post(const std::string& body);
 
   Options options_;
-  std::filesystem::path directory_;
+  QTemporaryDir folder_;
+  QProcess process_;
   int port_ = 0;
-  int peerPort_ = 0;
-  pid_t process_ = -1;
   std::size_t torrents_ = 0;
   std::string sessionId_;
   platform::CurlHttp http_;

@@ -44,9 +44,7 @@ std::string head(int status, const std::vector<HttpHeader>& headers) {
 }
 
 Reply whole(int status, const std::vector<HttpHeader>& headers, std::string_view body) {
-  Reply reply;
-  reply.bytes = head(status, headers) + "\r\n" + std::string(body);
-  return reply;
+  return {.bytes = head(status, headers) + "\r\n" + std::string(body)};
 }
 
 HttpHeader length(std::size_t size) {
@@ -120,25 +118,19 @@ Reply misdirected() {
 }
 
 Reply nothing() {
-  Reply reply;
-  reply.end = Reply::End::close;
-  return reply;
+  return {.end = Reply::End::close};
 }
 
 Reply reset() {
-  Reply reply;
-  reply.end = Reply::End::reset;
-  return reply;
+  return {.end = Reply::End::reset};
 }
 
 Reply hang() {
-  return held(nothing());
+  return {.end = Reply::End::hang};
 }
 
 Reply raw(std::string_view bytes) {
-  Reply reply = nothing();
-  reply.bytes = bytes;
-  return reply;
+  return {.bytes = std::string(bytes), .end = Reply::End::close};
 }
 
 Reply truncated(std::string_view body, std::size_t claimed) {
@@ -155,11 +147,6 @@ Reply huge(std::uint64_t size, bool withLength) {
   Reply reply = whole(200, {withLength ? length(size) : HttpHeader{"Connection", "close"}}, {});
   reply.filler = size;
   return closing(reply);
-}
-
-Reply held(Reply reply) {
-  reply.held = true;
-  return reply;
 }
 
 Reply slowly(Reply reply, std::chrono::milliseconds pause, std::size_t pieceSize) {

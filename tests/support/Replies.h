@@ -27,16 +27,15 @@ Reply addressRefused();                    // 403, whitelist
 Reply misdirected();                       // 421
 
 // Misbehaviour.
-Reply nothing();                    // reads the request and closes
-Reply reset();                      // reads the request and resets the connection
-Reply hang();                       // says nothing until LoopbackDaemon::release(), then closes
-Reply raw(std::string_view bytes);  // sends these bytes and closes
+Reply nothing();                                              // reads the request and closes
+Reply reset();                                                // reads the request and resets the connection
+Reply hang();                                                 // says nothing, whatever happens
+Reply raw(std::string_view bytes);                            // sends these bytes and closes
 Reply truncated(std::string_view body, std::size_t claimed);  // the length claimed is never reached
 Reply endless(std::string_view start);                        // these bytes, then 'x' for ever
 Reply huge(std::uint64_t size, bool withLength = true);       // a body of so many bytes, streamed
 
 // Changes of another reply.
-Reply held(Reply reply);  // waits for LoopbackDaemon::release()
 Reply slowly(Reply reply, std::chrono::milliseconds pause = std::chrono::seconds(1),
              std::size_t pieceSize = 1);
 Reply closing(Reply reply);  // closes after it

@@ -1,6 +1,6 @@
 #include "tests/support/TinyTorrent.h"
 
-#include "tests/support/Encodings.h"
+#include <QCryptographicHash>
 
 namespace seedmote::support {
 namespace {
@@ -18,11 +18,13 @@ std::string bencoded(std::size_t number) {
 
 TinyTorrent makeTinyTorrent(const std::string& name, int number) {
   const std::string content = "torrent " + std::to_string(number) + "\n";
+  const QByteArray piece =
+      QCryptographicHash::hash(QByteArray::fromStdString(content), QCryptographicHash::Sha1);
   // The keys of a bencoded dictionary are sorted.
   const std::string info = "d" + bencoded("length") + bencoded(content.size()) + bencoded("name") +
                            bencoded(name) + bencoded("piece length") + bencoded(kPieceLength) +
-                           bencoded("pieces") + bencoded(sha1(content)) + "e";
-  return {name, "d" + bencoded("info") + info + "e", content, hex(sha1(info))};
+                           bencoded("pieces") + bencoded(piece.toStdString()) + "e";
+  return {name, "d" + bencoded("info") + info + "e", content};
 }
 
 }  // namespace seedmote::support

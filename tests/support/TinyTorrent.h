@@ -9,7 +9,6 @@ struct TinyTorrent {
   std::string name;
   std::string metainfo;  // the bytes of the .torrent file
   std::string content;   // the bytes of its one file
-  std::string hash;      // 40 digits
 };
 
 // Another `number` makes another torrent.

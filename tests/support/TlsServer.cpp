@@ -5,10 +5,16 @@
 #include <climits>
 #include <stdexcept>
 
-#include "tests/support/SelfSigned.h"
-
 namespace seedmote::support {
 namespace {
+
+template <auto Free>
+struct Release {
+  template <class T>
+  void operator()(T* object) const {
+    Free(object);
+  }
+};
 
 void check(bool good, const char* what) {
   if (!good) {
@@ -51,18 +57,27 @@ class TlsServer::Stream final : public ByteStream {
   std::unique_ptr<SSL, Release<SSL_free>> ssl_;
 };
 
-TlsServer::TlsServer() : context_(std::make_unique<Context>()) {
-  const SelfSigned own;
-  check(context_->ssl != nullptr, "TLS");
-  check(SSL_CTX_use_certificate(context_->ssl.get(), own.certificate()) == 1, "SSL_CTX_use_certificate");
-  check(SSL_CTX_use_PrivateKey(context_->ssl.get(), own.key()) == 1, "SSL_CTX_use_PrivateKey");
+TlsServer::TlsServer(bool demandClientCertificate) : context_(std::make_unique<Context>()) {
+  const std::unique_ptr<EVP_PKEY, Release<EVP_PKEY_free>> key(EVP_EC_gen("P-256"));
+  const std::unique_ptr<X509, Release<X509_free>> own(X509_new());
+  SSL_CTX* const ssl = context_->ssl.get();
+  check(key && own && ssl, "TLS");
+  X509_gmtime_adj(X509_getm_notBefore(own.get()), -7200);
+  X509_gmtime_adj(X509_getm_notAfter(own.get()), -3600);
+  X509_set_pubkey(own.get(), key.get());
+  X509_NAME* const name = X509_get_subject_name(own.get());
+  const auto* text = reinterpret_cast<const unsigned char*>("somebody.invalid");
+  X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC, text, -1, -1, 0);
+  X509_set_issuer_name(own.get(), name);
+  check(X509_sign(own.get(), key.get(), EVP_sha256()) > 0, "X509_sign");
+  check(SSL_CTX_use_certificate(ssl, own.get()) == 1, "SSL_CTX_use_certificate");
+  check(SSL_CTX_use_PrivateKey(ssl, key.get()) == 1, "SSL_CTX_use_PrivateKey");
+  if (demandClientCertificate) {
+    SSL_CTX_set_verify(ssl, SSL_VERIFY_PEER | SSL_VERIFY_FAIL_IF_NO_PEER_CERT, nullptr);
+  }
 }
 
 TlsServer::~TlsServer() = default;
-
-void TlsServer::demandClientCertificate() {
-  SSL_CTX_set_verify(context_->ssl.get(), SSL_VERIFY_PEER | SSL_VERIFY_FAIL_IF_NO_PEER_CERT, nullptr);
-}
 
 std::unique_ptr<ByteStream> TlsServer::streamOn(FileDescriptor& socket) const {
   return std::make_unique<Stream>(socket, context_->ssl.get());

@@ -103,19 +103,5 @@ TEST(CurlHttpCancel, RacesWithAnswers) {
   }
 }
 
-TEST(CurlHttpCancel, DestroyingTheServerEndsWhatItHolds) {
-  for (const seedmote::support::Reply& reply :
-       {replies::hang(), replies::slowly(replies::json("{}")), replies::held(replies::json("{}"))}) {
-    auto daemon = std::make_unique<LoopbackDaemon>();
-    daemon->setReply(reply);
-    CurlHttp http;
-    std::future<HttpAnswer> answer =
-        std::async(std::launch::async, [&http, url = daemon->url()] { return http.exchange(post(url)); });
-    ASSERT_TRUE(daemon->waitForRequests(1));
-    daemon.reset();
-    EXPECT_EQ(answer.get().error, HttpError::silent);
-  }
-}
-
 }  // namespace
 }  // namespace seedmote::platform

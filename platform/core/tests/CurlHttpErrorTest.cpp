@@ -15,7 +15,7 @@ namespace {
 using seedmote::support::closedPort;
 using seedmote::support::DeafPort;
 using seedmote::support::FakeNames;
-using seedmote::support::gzippedZeros;
+using seedmote::support::gzip;
 using seedmote::support::LoopbackDaemon;
 using seedmote::support::Reply;
 namespace replies = seedmote::support::replies;
@@ -81,7 +81,7 @@ TEST(CurlHttpError, WhatAServerAnswers) {
       {"too long, announced", replies::huge(kSmallLimit + 1), HttpError::tooLarge, 200},
       {"too long", replies::huge(std::uint64_t{1} << 40, false), HttpError::tooLarge, 200},
       {"too long once unpacked",
-       replies::answer(200, gzippedZeros(kSmallLimit * 100), {{"Content-Encoding", "gzip"}}),
+       replies::answer(200, gzip(std::string(kSmallLimit * 100, '\0')), {{"Content-Encoding", "gzip"}}),
        HttpError::tooLarge, 200},
       {"redirect to a file", replies::redirect(302, "file:///etc/hostname"), HttpError::badUrl, 302},
       {"redirect to mail", replies::redirect(301, "mailto:a@b"), HttpError::badUrl, 301},

