@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -18,9 +21,14 @@ using seedmote::support::FakeNames;
 using seedmote::support::gzip;
 using seedmote::support::LoopbackDaemon;
 using seedmote::support::Reply;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
 namespace replies = seedmote::support::replies;
 
 constexpr std::size_t kSmallLimit = 100'000;  // bytes of an answer
+// Long enough for a loaded machine, far from any time-out that could end the exchange instead.
+constexpr auto kAtOnce = milliseconds(100);
+constexpr double kLongTimeout = 600;
 
 HttpRequest post(const std::string& url, double timeout = 20) {
   return {url, "POST", {}, "{}", timeout};
@@ -56,8 +64,7 @@ TEST(CurlHttpError, WhatAServerAnswers) {
       {"closes without a word", replies::nothing(), HttpError::silent, 0},
       {"resets", replies::reset(), HttpError::silent, 0},
       {"TLS alert", replies::raw(alert), HttpError::needsTls, 0},
-      {"TLS alert in pieces", replies::slowly(replies::raw(alert), std::chrono::milliseconds(1)),
-       HttpError::needsTls, 0},
+      {"TLS alert in pieces", replies::slowly(replies::raw(alert), milliseconds(1)), HttpError::needsTls, 0},
       {"another TLS record", replies::raw("\x16" + alert.substr(1)), HttpError::notHttp, 0},
       {"half an alert", replies::raw(alert.substr(0, 2)), HttpError::notHttp, 0},
       {"alert of no known version", replies::raw("\x15\x03\xff"), HttpError::notHttp, 0},
@@ -151,6 +158,79 @@ TEST(CurlHttpError, WhereNothingIsSent) {
       request.timeoutSeconds = 20;
     }
     expectFailure(http.exchange(request), one.error, 0, one.url.substr(0, 50));
+  }
+}
+
+TEST(CurlHttpCancel, EndsAnExchangeInEveryPhase) {
+  FakeNames names;
+  names.hang("slow.invalid");
+  const DeafPort off(DeafPort::Kind::full);
+  const DeafPort silent(DeafPort::Kind::connects);
+  LoopbackDaemon daemon;
+  struct Case {
+    std::string name;
+    std::string url;
+    std::function<void()> underWay;  // returns once the exchange has got there
+  };
+  const auto askedOnce = [&] { ASSERT_TRUE(daemon.waitForRequests(1)); };
+  const std::vector<Case> cases = {
+      {"look-up", "http://slow.invalid/", [&] { names.waitForHanging(); }},
+      {"connect", "http://127.0.0.1:" + std::to_string(off.port()), [] {}},
+      {"TLS hello", "https://127.0.0.1:" + std::to_string(silent.port()), [] {}},
+      {"waiting", daemon.url("/hang"), askedOnce},
+      {"slow body", daemon.url("/slow"), askedOnce},
+      {"endless body", daemon.url("/endless"), askedOnce},
+  };
+  daemon.setHandler([](const support::RecordedRequest& request) {
+    return request.path == "/hang"   ? replies::hang()
+           : request.path == "/slow" ? replies::slowly(replies::json("{\"a\":1}"), milliseconds(10))
+                                     : replies::endless("HTTP/1.1 200 OK\r\n\r\n");
+  });
+  for (const Case& one : cases) {
+    daemon.forgetRequests();
+    CurlHttp http(std::size_t{1} << 30);
+    std::future<HttpAnswer> answer =
+        std::async(std::launch::async, [&] { return http.exchange(post(one.url, kLongTimeout)); });
+    one.underWay();
+    const auto start = steady_clock::now();
+    http.cancelAll();
+    EXPECT_EQ(answer.get().error, HttpError::cancelled) << one.name;
+    EXPECT_LT(steady_clock::now() - start, kAtOnce) << one.name;
+  }
+}
+
+TEST(CurlHttpCancel, EndsAllAndIsForGood) {
+  LoopbackDaemon daemon;
+  daemon.setReply(replies::hang());
+  CurlHttp http;
+  std::vector<std::future<HttpAnswer>> answers;
+  for (int i = 0; i < 8; ++i) {
+    answers.push_back(
+        std::async(std::launch::async, [&] { return http.exchange(post(daemon.url(), kLongTimeout)); }));
+  }
+  ASSERT_TRUE(daemon.waitForRequests(answers.size()));
+  const auto start = steady_clock::now();
+  http.cancelAll();
+  for (std::future<HttpAnswer>& answer : answers) {
+    EXPECT_EQ(answer.get().error, HttpError::cancelled);
+  }
+  EXPECT_LT(steady_clock::now() - start, kAtOnce);
+  expectFailure(http.exchange(post(daemon.url())), HttpError::cancelled, 0, "later");
+  EXPECT_EQ(daemon.requests().size(), answers.size()) << "nothing more is sent";
+}
+
+// What has its answer keeps it, whenever the cancellation comes; nothing hangs.
+TEST(CurlHttpCancel, RacesWithAnswers) {
+  LoopbackDaemon daemon;
+  for (int round = 0; round < 50; ++round) {
+    CurlHttp http;
+    std::future<HttpAnswer> answer =
+        std::async(std::launch::async, [&] { return http.exchange(post(daemon.url(), kLongTimeout)); });
+    daemon.waitForRequests(static_cast<std::size_t>(round % 2));
+    http.cancelAll();
+    const HttpAnswer got = answer.get();
+    EXPECT_TRUE(got.error == HttpError::cancelled ? !got.hasBody : got.status == 409) << got.message;
+    daemon.forgetRequests();
   }
 }
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <functional>
 #include <sstream>
 #include <thread>
 
@@ -36,10 +37,6 @@ class Pipe {
     }
     return text;
   }
-  std::string readAll() {
-    closeWriter();
-    return readToEnd();
-  }
 
  private:
   static void closeEnd(int& end) {
@@ -55,6 +52,19 @@ void writeTo(LogWriter& writer, std::string_view format, const Args&... args) {
   writer.write(format, list.data(), list.size());
 }
 
+// What is written while `work` is done with a writer.
+std::string written(LogWriter::Options options, const std::function<void(LogWriter&)>& work) {
+  Pipe pipe;
+  options.descriptor = pipe.writer();
+  {
+    LogWriter writer(options);
+    work(writer);
+    EXPECT_TRUE(writer.flush(seconds(10)));
+  }
+  pipe.closeWriter();
+  return pipe.readToEnd();
+}
+
 // The lines without what stands in front of each.
 std::vector<std::string> texts(const std::string& written) {
   std::vector<std::string> lines;
@@ -67,19 +77,15 @@ std::vector<std::string> texts(const std::string& written) {
 }
 
 TEST(LogWriter, OneLineForEachRecordWhateverItHolds) {
-  Pipe pipe;
-  {
-    LogWriter writer({.descriptor = pipe.writer()});
+  const std::string lines = written({}, [](LogWriter& writer) {
     writeTo(writer, "Seedmote Start\n");
     writeTo(writer, "name = %@\n", "a\nb\r\x1b[2J\x7f\tc" + std::string("\xc2\x85 \xc2\xa9 ü"));
     writeTo(writer, "");
-    ASSERT_TRUE(writer.flush(seconds(10)));
-  }
-  const std::string written = pipe.readAll();
-  EXPECT_EQ(texts(written),
+  });
+  EXPECT_EQ(texts(lines),
             (std::vector<std::string>{"Seedmote Start",
                                       R"(name = a\nb\r\x1b[2J\x7f\tc)" + std::string(R"(\u0085 © ü)"), ""}));
-  const std::string first = written.substr(0, written.find('\n'));
+  const std::string first = lines.substr(0, lines.find('\n'));
   int part[7]{};
   int process = 0;
   int thread = 0;
@@ -96,39 +102,25 @@ TEST(LogWriter, LongRecordsAreCutBetweenCharactersAndNameTheirLength) {
   // An odd byte in front, so that the cut falls into the middle of a two-byte character.
   std::string longText = "x";
   for (int i = 0; i < 20000; ++i) longText += "ü";
-  for (const bool full : {false, true}) {
-    Pipe pipe;
-    {
-      LogWriter writer({.descriptor = pipe.writer(), .full = full});
-      writeTo(writer, "%@", longText);
-      ASSERT_TRUE(writer.flush(seconds(10)));
-    }
-    const std::string text = texts(pipe.readAll()).at(0);
-    if (full) {
-      EXPECT_EQ(text, longText);
-    } else {
-      EXPECT_EQ(text, longText.substr(0, LogWriter::kLargestRecord - 1) + " ... (cut; 40001 bytes in all)");
-    }
-  }
+  const auto write = [&](LogWriter& writer) { writeTo(writer, "%@", longText); };
+  EXPECT_EQ(texts(written({.full = true}, write)).at(0), longText);
+  EXPECT_EQ(texts(written({}, write)).at(0),
+            longText.substr(0, LogWriter::kLargestRecord - 1) + " ... (cut; 40001 bytes in all)");
 }
 
 TEST(LogWriter, RowsAreLeftOutBeyondTheRateOfTheirFormatAndCounted) {
   static const char kCell[] = "row %d\n";
   static const char kOther[] = "height %d\n";
   for (const bool full : {false, true}) {
-    Pipe pipe;
     int admitted = 0;
-    {
-      LogWriter writer({.descriptor = pipe.writer(), .full = full});
+    const auto lines = texts(written({.full = full}, [&](LogWriter& writer) {
       for (int row = 0; row < 500; ++row) {
         if (!writer.admitsRow(kCell)) continue;
         ++admitted;
         writeTo(writer, kCell, row);
       }
       EXPECT_TRUE(writer.admitsRow(kOther));
-      ASSERT_TRUE(writer.flush(seconds(10)));
-    }
-    const auto lines = texts(pipe.readAll());
+    }));
     ASSERT_EQ(lines.size(), static_cast<std::size_t>(full ? 500 : admitted + 1));
     if (full) continue;
     EXPECT_EQ(admitted, LogWriter::kRowsPerSecond);
@@ -139,7 +131,7 @@ TEST(LogWriter, RowsAreLeftOutBeyondTheRateOfTheirFormatAndCounted) {
 TEST(LogWriter, AReaderThatDoesNotReadHoldsNobodyAndCostsRecordsThatAreCounted) {
   Pipe pipe;
   fcntl(pipe.writer(), F_SETPIPE_SZ, 4096);
-  std::string written;
+  std::string all;
   constexpr int kRecords = 20000;
   {
     LogWriter writer({.descriptor = pipe.writer(), .pendingBytes = 64 * 1024});
@@ -149,12 +141,12 @@ TEST(LogWriter, AReaderThatDoesNotReadHoldsNobodyAndCostsRecordsThatAreCounted) 
       EXPECT_TRUE(writer.flush(seconds(20)));
       pipe.closeWriter();
     });
-    written = pipe.readToEnd();
+    all = pipe.readToEnd();
     flusher.join();
   }
   int shown = 0;
   long dropped = 0;
-  for (const std::string& line : texts(written)) {
+  for (const std::string& line : texts(all)) {
     long count = 0;
     if (std::sscanf(line.c_str(), "%ld records dropped: ", &count) == 1) dropped += count;
     shown += line.starts_with("record ") ? 1 : 0;
@@ -176,12 +168,9 @@ TEST(LogWriter, AClosedReaderOrDescriptorIsNoTrouble) {
 
 TEST(LogWriter, RecordsOfManyThreadsStayWholeAndInOrder) {
   constexpr int kThreads = 4;
-  constexpr int kEach = 300;
-  char name[] = "/tmp/seedmote-log-XXXXXX";
-  const int file = mkstemp(name);
-  ASSERT_GE(file, 0);
-  {
-    LogWriter writer({.descriptor = file});
+  constexpr int kEach = 200;
+  int next[kThreads]{};
+  const auto lines = texts(written({}, [](LogWriter& writer) {
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t) {
       threads.emplace_back([&writer, t] {
@@ -189,15 +178,8 @@ TEST(LogWriter, RecordsOfManyThreadsStayWholeAndInOrder) {
       });
     }
     for (auto& thread : threads) thread.join();
-    ASSERT_TRUE(writer.flush(seconds(10)));
-  }
-  lseek(file, 0, SEEK_SET);
-  std::string written(1 << 20, '\0');
-  written.resize(static_cast<std::size_t>(std::max<ssize_t>(0, read(file, written.data(), written.size()))));
-  close(file);
-  unlink(name);
-  int next[kThreads]{};
-  for (const std::string& line : texts(written)) {
+  }));
+  for (const std::string& line : lines) {
     int thread = -1;
     int number = -1;
     ASSERT_EQ(std::sscanf(line.c_str(), "%d %d", &thread, &number), 2) << line;

@@ -4,17 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <atomic>
 #include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "platform/core/Clock.h"
 #include "platform/core/Log.h"
-#include "platform/core/Threads.h"
-#include "platform/core/Timers.h"
+#include "tests/support/TestServices.h"
 
 namespace seedmote::platform {
 namespace {
@@ -26,17 +23,6 @@ using From = MainThread::From;
 
 class MainThreadTest : public testing::Test {
  protected:
-  // Runs the event loop until `done`; a test that never gets there is ended by ctest.
-  static void spinUntil(const std::function<bool()>& done) {
-    while (!done()) {
-      QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
-    }
-  }
-  void settle() {
-    bool last = false;
-    main.post([&] { last = true; });
-    spinUntil([&] { return last; });
-  }
   // Holds the main thread in a wait until `over` says so on the worker.
   void waitUntil(const std::function<bool()>& over) {
     main.wait([&] {
@@ -49,7 +35,9 @@ class MainThreadTest : public testing::Test {
     return [this, what] { happened.push_back(what); };
   }
 
-  MainThread main;
+  support::TestServices services;
+  MainThread& main = services.main;
+  Threads& threads = services.threads;
   std::vector<std::string> happened;
 };
 
@@ -63,16 +51,10 @@ TEST_F(MainThreadTest, WaitGivesBackWhatTheJobReturnedOrRaised) {
   EXPECT_NE(worker, std::this_thread::get_id());
   EXPECT_THROW(main.wait([]() -> int { throw std::out_of_range("no row"); }), std::out_of_range);
   EXPECT_FALSE(main.isWaiting());
-}
-
-TEST_F(MainThreadTest, OnAnotherThreadTheJobRunsRightThere) {
-  std::thread::id ran;
-  std::thread::id caller;
   std::thread([&] {
-    caller = std::this_thread::get_id();
-    main.wait([&] { ran = std::this_thread::get_id(); });
+    main.wait([&] { worker = std::this_thread::get_id(); });
+    EXPECT_EQ(worker, std::this_thread::get_id()) << "on another thread the job runs right there";
   }).join();
-  EXPECT_EQ(ran, caller);
 }
 
 TEST_F(MainThreadTest, AWaitInsideAWaitIsRefused) {
@@ -99,7 +81,7 @@ TEST_F(MainThreadTest, PostsRunInOrderAcrossLanesAndThreads) {
     main.post(note("three"));
   }).join();
   EXPECT_THAT(happened, IsEmpty());
-  settle();
+  services.settle();
   EXPECT_THAT(happened, ElementsAre("one", "two", "three"));
 }
 
@@ -116,7 +98,7 @@ TEST_F(MainThreadTest, WhileItWaitsOnlyTheOverlayIsServed) {
       Lane::overlay);
   waitUntil([&] { return overlayServed.load(); });
   EXPECT_THAT(happened, ElementsAre("overlay"));
-  settle();
+  services.settle();
   EXPECT_THAT(happened, ElementsAre("overlay", "ordinary", "tap", "entry from code"));
 }
 
@@ -125,7 +107,7 @@ TEST_F(MainThreadTest, EntriesFromCodeRunAtOnceAndThoseFromLayoutsOnACleanStack)
   EXPECT_THAT(happened, ElementsAre("code"));
   main.enter("layout", note("layout"), From::layout);
   EXPECT_THAT(happened, ElementsAre("code"));
-  settle();
+  services.settle();
   EXPECT_THAT(happened, ElementsAre("code", "layout"));
 }
 
@@ -139,7 +121,7 @@ TEST_F(MainThreadTest, AnEntryThatWaitsHoldsTheNextOnes) {
       },
       From::layout);
   main.enter("second", note("second"), From::layout);
-  settle();
+  services.settle();
   EXPECT_THAT(happened, ElementsAre("first begins", "first ends", "second"));
 }
 
@@ -151,15 +133,12 @@ TEST_F(MainThreadTest, WhatAnEntryRaisesIsLoggedAndHandedOn) {
     EXPECT_THROW(std::rethrow_exception(problem), std::out_of_range);
   });
   main.enter("a row", [] { throw std::out_of_range("no such row"); });
-  settle();
+  services.settle();
   EXPECT_EQ(raised, 1);
   EXPECT_TRUE(lines.contains("Raised in a row: no such row\n"));
 }
 
 TEST_F(MainThreadTest, QuittingEndsAWaitAndDropsWhatIsQueued) {
-  SystemClock clock;
-  Threads threads(clock, main);
-  main.onQuit([&] { threads.stop(); });
   main.post(note("dropped"));
   main.post([&] { main.quit(); }, Lane::overlay);
   const bool slept = main.wait([&] { return threads.sleep(3600); });
@@ -173,8 +152,8 @@ TEST_F(MainThreadTest, QuittingEndsAWaitAndDropsWhatIsQueued) {
 
 class TimersTest : public MainThreadTest {
  protected:
-  ManualClock clock;
-  Timers timers{clock, main};
+  ManualClock& clock = services.clock;
+  Timers& timers = services.timers;
 };
 
 TEST_F(TimersTest, FireWhenTheirTimeHasCome) {
@@ -221,7 +200,7 @@ TEST_F(TimersTest, DuringAWaitScreensAreHeldForOneTurnAndTheOverlayIsNot) {
       Lane::overlay);
   waitUntil([&] { return jumped.load(); });
   EXPECT_THAT(happened, ElementsAre("overlay"));
-  settle();
+  services.settle();
   EXPECT_THAT(happened, ElementsAre("overlay", "screen"));
 }
 
@@ -244,20 +223,10 @@ TEST_F(TimersTest, TheOverlaysTimersRunWhileTheCallbackOfAScreensTimerWaits) {
     waitUntil([&] { return faded.load(); });
     waited = true;
   });
-  spinUntil([&] { return waited; });
-}
-
-TEST_F(TimersTest, RunOnTheRealClockToo) {
-  SystemClock real;
-  Timers realTimers(real, main);
-  auto timer = realTimers.once("soon", 0.001, note("soon"));
-  spinUntil([&] { return !happened.empty(); });
-  EXPECT_THAT(happened, ElementsAre("soon"));
+  services.spinUntil([&] { return waited; });
 }
 
 TEST_F(MainThreadTest, ThreadsAreNamedCountedAndEndTheirSleepAtStop) {
-  SystemClock clock;
-  Threads threads(clock, main);
   std::atomic<bool> slept{true};
   std::atomic<bool> asleep{false};
   threads.start("a-name-longer-than-the-kernel-takes", [&] {
@@ -278,12 +247,10 @@ TEST_F(MainThreadTest, ThreadsAreNamedCountedAndEndTheirSleepAtStop) {
 }
 
 TEST_F(MainThreadTest, ASleepCanBeCutShortByItsOwnCondition) {
-  ManualClock clock;
-  Threads threads(clock, main);
   std::atomic<bool> over{false};
   std::atomic<bool> returned{false};
   threads.start("sleeper", [&] { returned = threads.sleepUnless(1, [&] { return over.load(); }); });
-  while (clock.sleeping() == 0) {
+  while (services.clock.sleeping() == 0) {
     std::this_thread::yield();
   }
   over = true;

@@ -183,9 +183,6 @@ TEST_F(PlistUserDefaultsTest, ManyThreadsLeaveAWholeFile) {
 }
 
 TEST(StandardDefaultsPath, FollowsTheEnvironment) {
-  const char* given = std::getenv("XDG_CONFIG_HOME");
-  const std::optional<std::string> before =
-      given == nullptr ? std::nullopt : std::optional<std::string>(given);
   setenv("XDG_CONFIG_HOME", "/somewhere/config", 1);
   EXPECT_EQ(standardDefaultsPath(), "/somewhere/config/seedmote/defaults.plist");
   for (const char* useless : {"", "not/absolute"}) {
@@ -193,7 +190,6 @@ TEST(StandardDefaultsPath, FollowsTheEnvironment) {
     EXPECT_TRUE(standardDefaultsPath().ends_with("/.config/seedmote/defaults.plist"));
     EXPECT_TRUE(standardDefaultsPath().starts_with("/"));
   }
-  before ? setenv("XDG_CONFIG_HOME", before->c_str(), 1) : unsetenv("XDG_CONFIG_HOME");
 }
 
 }  // namespace
