@@ -1,7 +1,5 @@
 #include "FakeTable.h"
 
-#include <QCoreApplication>
-
 namespace seedmote::platform {
 
 int FakeController::numberOfRowsInSection(int /*section*/) {
@@ -24,16 +22,6 @@ TableViewCell* FakeController::cellForRowAtIndexPath(int row) {
   cell->title = QStringLiteral("torrent %1").arg(tokenOf(row));
   Q_EMIT cell->filled();
   return cell;
-}
-
-void TableServices::settle(const TableView& table) {
-  for (int turn = 0; turn < 5 || table.isReloading(); ++turn) {
-    bool reached = false;
-    main.post([&reached] { reached = true; });
-    while (!reached) {
-      QCoreApplication::processEvents();
-    }
-  }
 }
 
 }  // namespace seedmote::platform

@@ -6,15 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/core/Clock.h"
-#include "platform/core/Device.h"
-#include "platform/core/MainThread.h"
-#include "platform/core/Screen.h"
-#include "platform/core/ScriptedHttp.h"
-#include "platform/core/Services.h"
-#include "platform/core/Threads.h"
-#include "platform/core/Timers.h"
-#include "platform/core/UserDefaults.h"
 #include "platform/ui/TableView.h"
 #include "platform/ui/TableViewDataSource.h"
 
@@ -78,25 +69,6 @@ class FakeController : public QObject, public TableViewDataSource {
   std::vector<double> offsets;
   std::vector<bool> decelerates;  // for each end of a drag
   TableView table;
-};
-
-// The services that a table needs.
-class TableServices final {
- public:
-  // Runs what is queued for the main thread until nothing of the table is under way.
-  void settle(const TableView& table);
-
-  MainThread main;
-
- private:
-  ManualClock clock_;
-  Threads threads_{clock_, main};
-  Timers timers_{clock_, main};
-  Device device_{Idiom::tablet, "7.0", "test"};
-  Screen screen_{{768, 1024}};
-  ScriptedHttp http_;
-  MemoryUserDefaults defaults_;
-  ServicesScope scope_{{clock_, main, timers_, threads_, http_, defaults_, device_, screen_}};
 };
 
 }  // namespace seedmote::platform

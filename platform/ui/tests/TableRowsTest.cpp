@@ -1,15 +1,12 @@
-#include <gmock/gmock.h>
-
 #include <QAccessible>
 #include <QPointingDevice>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QtTest/QTest>
-#include <future>
 #include <stdexcept>
 
-#include "FakeTable.h"
+#include "TableFixture.h"
 #include "platform/ui/LayoutLoader.h"
 #include "platform/ui/TableRows.h"
 
@@ -18,19 +15,18 @@ namespace {
 
 using testing::ElementsAre;
 
-class TableRowsTest : public testing::Test {
+class TableRowsTest : public TableFixture {
  protected:
   TableRowsTest() {
     window.resize(400, 300);
     controller.rows = 1000;
-    controller.table.reload();
+    table.reload();
     root =
         loader.load(LayoutLoader::layoutName("TableScene", Idiom::tablet), controller, window.contentItem());
     root->setSize({400, 300});
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     settle();
-    flickable = root->findChild<QQuickItem*>(QString(), Qt::FindDirectChildrenOnly);
     for (QQuickItem* child : root->childItems()) {
       if (child->inherits("QQuickFlickable")) {
         flickable = child;
@@ -64,26 +60,12 @@ class TableRowsTest : public testing::Test {
   int gaps() const {
     int found = 0;
     for (int y = 0; y < 300; y += 50) {
-      found += rowItem(controller.table.rowAt(contentY() + y)) == nullptr ? 1 : 0;
+      found += rowItem(table.rowAt(contentY() + y)) == nullptr ? 1 : 0;
     }
     return found;
   }
 
-  // From the job of a wait: runs `work` on the main thread, behind what runs there during waits.
-  void duringWait(const std::function<void()>& work) {
-    std::promise<void> done;
-    services.main.post(
-        [&] {
-          work();
-          done.set_value();
-        },
-        MainThread::Lane::overlay);
-    done.get_future().wait();
-  }
-
-  FakeCell* cell(int row) const { return static_cast<FakeCell*>(controller.table.visibleCell(row)); }
-
-  void settle() { services.settle(controller.table); }
+  FakeCell* cell(int row) const { return static_cast<FakeCell*>(table.visibleCell(row)); }
 
   // Moves the finger, already down, from one height to another. Leaves the finger down.
   void drag(QPointingDevice* finger, int from, int to) {
@@ -95,10 +77,8 @@ class TableRowsTest : public testing::Test {
     }
   }
 
-  TableServices services;
   QQmlEngine engine;
   LayoutLoader loader{engine};
-  FakeController controller;
   QQuickWindow window;
   QQuickItem* root = nullptr;
   QQuickItem* flickable = nullptr;
@@ -106,7 +86,7 @@ class TableRowsTest : public testing::Test {
 };
 
 TEST_F(TableRowsTest, PlacesOneDelegateForEachLiveRowAndReusesIt) {
-  EXPECT_EQ(visibleRows().size(), controller.table.liveRows().size());
+  EXPECT_EQ(visibleRows().size(), table.liveRows().size());
   const auto total = [&] { return rows->childItems().size(); };
   const auto many = total();
   for (int step = 1; step <= 40; ++step) {
@@ -121,7 +101,7 @@ TEST_F(TableRowsTest, PlacesOneDelegateForEachLiveRowAndReusesIt) {
   }
 
   controller.heightOf = [](int row) { return row == 900 ? 78.0 : 0.0; };
-  controller.table.reload();
+  table.reload();
   settle();
   ASSERT_EQ(visibleRows().size(), 1u);
   EXPECT_EQ(contentY(), 0);
@@ -154,7 +134,7 @@ TEST_F(TableRowsTest, ADragScrollsAndCancelsTheTouch) {
   drag(finger.get(), 70, 250);
   settle();
   EXPECT_LT(contentY(), -20);  // it resists, more or less with the pace
-  EXPECT_TRUE(controller.table.isDragging());
+  EXPECT_TRUE(table.isDragging());
   ASSERT_FALSE(controller.offsets.empty());
   EXPECT_EQ(controller.offsets.back(), contentY());
   EXPECT_THAT(cell(1)->touches, ElementsAre("began", "cancelled"));
@@ -199,7 +179,7 @@ TEST_F(TableRowsTest, ATouchEndsAtItsCellAlsoWhenTheRowHasGone) {
     touched->touches.clear();
     QTest::mousePress(&window, Qt::LeftButton, {}, {100, 125});
     controller.heightOf = [](int) { return 0.0; };
-    controller.table.reload();
+    table.reload();
     settle();
     if (end == std::string("cancelled")) {
       rows->ungrabMouse();
@@ -209,7 +189,7 @@ TEST_F(TableRowsTest, ATouchEndsAtItsCellAlsoWhenTheRowHasGone) {
     EXPECT_THAT(touched->touches, ElementsAre("began", end));
     EXPECT_THAT(controller.notes, testing::IsEmpty());
     controller.heightOf = [](int) { return 50.0; };
-    controller.table.reload();
+    table.reload();
     settle();
   }
 }

@@ -1,13 +1,10 @@
 #include "platform/ui/TableView.h"
 
-#include <gmock/gmock.h>
-
 #include <QSignalSpy>
-#include <future>
 #include <limits>
 #include <stdexcept>
 
-#include "FakeTable.h"
+#include "TableFixture.h"
 #include "platform/core/Log.h"
 
 namespace seedmote::platform {
@@ -16,13 +13,19 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class TableViewTest : public testing::Test {
+class TableViewTest : public TableFixture {
  protected:
   void show(int rows, double viewport = 500) {
     controller.rows = rows;
     table.setViewport(0, viewport);
     table.reload();
     settle();
+  }
+
+  void expectEachRowsTitle() const {
+    for (const TableView::LiveRow& live : table.liveRows()) {
+      EXPECT_EQ(static_cast<FakeCell*>(live.cell)->title, QStringLiteral("torrent %1").arg(1000 + live.row));
+    }
   }
 
   std::vector<int> liveRows() const {
@@ -32,12 +35,6 @@ class TableViewTest : public testing::Test {
     }
     return rows;
   }
-
-  void settle() { services.settle(controller.table); }
-
-  TableServices services;
-  FakeController controller;
-  TableView& table = controller.table;
 };
 
 TEST_F(TableViewTest, MeasuresEveryRowButKeepsCellsForWhatIsVisible) {
@@ -57,9 +54,7 @@ TEST_F(TableViewTest, MeasuresEveryRowButKeepsCellsForWhatIsVisible) {
     settle();
   }
   EXPECT_LE(table.cellCount(), 23u);
-  for (const TableView::LiveRow& live : table.liveRows()) {
-    EXPECT_EQ(static_cast<FakeCell*>(live.cell)->title, QStringLiteral("torrent %1").arg(1000 + live.row));
-  }
+  expectEachRowsTitle();
 }
 
 TEST_F(TableViewTest, RowsOfHeightZeroHaveNeitherRoomNorCell) {
@@ -193,16 +188,12 @@ TEST_F(TableViewTest, NothingIsAskedOfTheScreenWhileTheMainThreadWaits) {
   controller.built = 0;
   controller.readyWhileWaiting = false;
   services.main.wait([&] {
-    QMetaObject::invokeMethod(
-        &controller,
-        [&] {
-          table.setViewport(2000, 500);
-          table.tapRow(1);
-          table.reload();
-        },
-        Qt::BlockingQueuedConnection);
-    QMetaObject::invokeMethod(
-        &controller, [] {}, Qt::BlockingQueuedConnection);
+    duringWait([&] {
+      table.setViewport(2000, 500);
+      table.tapRow(1);
+      table.reload();
+    });
+    duringWait([] {});
   });
   EXPECT_EQ(controller.built, 0);
   settle();
@@ -215,11 +206,8 @@ TEST_F(TableViewTest, ARowThatWaitsIsNotBuiltIntoByOthers) {
   controller.tokenOf = [&](int row) {
     if (row == 40 && !services.main.isWaiting()) {
       services.main.wait([&] {
-        std::promise<void> scrolled;
-        services.main.post([&] { table.setViewport(3000, 500); }, MainThread::Lane::overlay);
-        services.main.post([] {}, MainThread::Lane::overlay);
-        services.main.post([&] { scrolled.set_value(); }, MainThread::Lane::overlay);
-        scrolled.get_future().wait();
+        duringWait([&] { table.setViewport(3000, 500); });
+        duringWait([] {});
       });
     }
     return 1000 + row;
@@ -228,9 +216,7 @@ TEST_F(TableViewTest, ARowThatWaitsIsNotBuiltIntoByOthers) {
   settle();
   EXPECT_EQ(liveRows().front(), 55);
   EXPECT_EQ(liveRows().size(), 20u);
-  for (const TableView::LiveRow& live : table.liveRows()) {
-    EXPECT_EQ(static_cast<FakeCell*>(live.cell)->title, QStringLiteral("torrent %1").arg(1000 + live.row));
-  }
+  expectEachRowsTitle();
 }
 
 TEST_F(TableViewTest, LiveRowsReachBeyondWhatIsInView) {
@@ -251,16 +237,12 @@ TEST_F(TableViewTest, LiveRowsReachBeyondWhatIsInView) {
     EXPECT_EQ(inView, rows);
     EXPECT_GT(table.liveRows().size(), rows.size());
   }
-}
-
-TEST_F(TableViewTest, AnInsetBringsTheRowsThatItUncovers) {
-  show(100);
   table.setViewport(5300, 500);  // pulled beyond the end
   settle();
   EXPECT_EQ(liveRows().front(), 85);
   table.setContentInset(0, 300);
   settle();
-  EXPECT_EQ(liveRows().front(), 91);
+  EXPECT_EQ(liveRows().front(), 91) << "an inset brings the rows that it uncovers";
 }
 
 TEST_F(TableViewTest, ScrollsToRowsWithinTheInsets) {
