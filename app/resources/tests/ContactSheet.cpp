@@ -55,7 +55,7 @@ void drawScales(QPainter& painter, QPoint at, const Picture& picture, const QCol
   painter.fillRect(QRect(at, onGround(picture)), ground);
   int x = at.x() + kGap;
   for (int scale = 1; scale <= 3; ++scale) {
-    const QImage image = load(QLatin1String(picture.name), scale);
+    const QImage image = load(picture.name, scale);
     painter.drawImage(x, at.y() + kGap, image);
     x += image.width() + kGap;
   }
@@ -64,11 +64,11 @@ void drawScales(QPainter& painter, QPoint at, const Picture& picture, const QCol
 // Tiled, once at each scale.
 void drawPattern(QPainter& painter, Flow& flow, const Picture& picture) {
   const QPoint at = flow.place({408, 120 + kCaption});
-  drawCaption(painter, at, QLatin1String(picture.name));
+  drawCaption(painter, at, QString::fromStdString(picture.name));
   for (int scale = 1; scale <= 3; ++scale) {
     const QRect area(at.x() + 136 * (scale - 1), at.y() + kCaption, 130, 120);
     painter.setBrushOrigin(area.topLeft());
-    painter.fillRect(area, QBrush(load(QLatin1String(picture.name), scale)));
+    painter.fillRect(area, QBrush(load(picture.name, scale)));
   }
 }
 
@@ -78,7 +78,7 @@ void drawPicture(QPainter& painter, Flow& flow, const Picture& picture) {
   const int columns = picture.kind == Kind::kSwitch ? 1 : 3;
   const QSize whole(columns * block.width(), 3 / columns * block.height() + kCaption);
   const QPoint at = flow.place(whole);
-  drawCaption(painter, at, QLatin1String(picture.name));
+  drawCaption(painter, at, QString::fromStdString(picture.name));
   for (int ground = 0; ground < 3; ++ground) {
     const QPoint offset(ground % columns * block.width(), kCaption + ground / columns * block.height());
     drawScales(painter, at + offset, picture, kGrounds.at(static_cast<std::size_t>(ground)));
@@ -87,7 +87,7 @@ void drawPicture(QPainter& painter, Flow& flow, const Picture& picture) {
 
 // The switch as it is put together, with the thumb on its way from 0 (off) to 1 (on).
 void drawSwitch(QPainter& painter, QPoint at, int scale, double way, bool touched) {
-  const auto part = [scale](const char* name) { return load(QLatin1String(name), scale); };
+  const auto part = [scale](const char* name) { return load(name, scale); };
   const QImage track = part("square-switch-track.png");
   const QImage thumb = part(touched ? "square-switch-thumb-highlight.png" : "square-switch-thumb.png");
   QImage face(76 * scale, 27 * scale, QImage::Format_ARGB32_Premultiplied);
@@ -129,7 +129,7 @@ void drawSmall(QPainter& painter, Flow& flow) {
     QPoint next = at + QPoint(kGap, kCaption + kGap);
     for (const Picture& picture : pictures()) {
       if (picture.kind != Kind::kIcon && picture.kind != Kind::kElegant) continue;
-      painter.drawImage(next, load(QLatin1String(picture.name), picture.width == 22 ? 2 : 1)
+      painter.drawImage(next, load(picture.name, picture.width == 22 ? 2 : 1)
                                   .scaled(26, 26, Qt::KeepAspectRatio, Qt::SmoothTransformation));
       next.rx() += 35;
     }

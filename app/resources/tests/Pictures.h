@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QString>
+#include <string>
 #include <vector>
 
 namespace seedmote {
@@ -9,7 +10,7 @@ namespace seedmote {
 enum class Kind { kIcon, kElegant, kResult, kSwitch, kPattern };
 
 struct Picture {
-  const char* name;
+  std::string name;
   Kind kind;
   int width;  // in points
   int height;
@@ -19,35 +20,19 @@ struct Picture {
 inline const std::vector<Picture>& pictures() {
   static const std::vector<Picture> kAll = [] {
     std::vector<Picture> all;
-    for (const char* icon : {"ios7_star.png",
-                             "ios7_star_selected.png",
-                             "ios7_pause.png",
-                             "ios7_pause_selected.png",
-                             "ios7_download.png",
-                             "ios7_download_selected.png",
-                             "ios7_finished.png",
-                             "ios7_finished_selected.png",
-                             "ios7_upload.png",
-                             "ios7_upload_selected.png",
-                             "ios7_verifying.png",
-                             "ios7_verifying_selected.png",
-                             "ios7_waiting.png",
-                             "ios7_waiting_selected.png",
-                             "ios7_setting.png",
-                             "ios7_refresh.png",
-                             "ios7_start.png",
-                             "startall.png",
-                             "stopall.png",
-                             "ios7_delete.png",
-                             "ios7_confirmdelete.png",
-                             "ios7_add.png",
-                             "ios7_down.png"})
-      all.push_back({icon, Kind::kIcon, 32, 32});
+    for (const char* icon : {"star", "pause", "download", "finished", "upload", "verifying", "waiting"}) {
+      for (const char* end : {".png", "_selected.png"}) {
+        all.push_back({std::string("ios7_") + icon + end, Kind::kIcon, 32, 32});
+      }
+    }
+    for (const char* icon : {"ios7_setting", "ios7_refresh", "ios7_start", "startall", "stopall",
+                             "ios7_delete", "ios7_confirmdelete", "ios7_add", "ios7_down"}) {
+      all.push_back({std::string(icon) + ".png", Kind::kIcon, 32, 32});
+    }
     for (const char* icon :
-         {"Ellegant_Star_44_44.png", "Ellegant_Pause_44_44.png", "Ellegant_Download_44_44.png",
-          "Ellegant_Finish_Stopped_44_44.png", "Ellegant_Seeding_44_44.png", "Ellegant_Checking_44_44.png",
-          "Ellegant_Waiting_44_44.png"})
-      all.push_back({icon, Kind::kElegant, 44, 44});
+         {"Star", "Pause", "Download", "Finish_Stopped", "Seeding", "Checking", "Waiting"}) {
+      all.push_back({std::string("Ellegant_") + icon + "_44_44.png", Kind::kElegant, 44, 44});
+    }
     all.push_back({"Ellegant_Refresh_22_22.png", Kind::kElegant, 22, 22});
     all.push_back({"OvProgressHUD.bundle/success.png", Kind::kResult, 28, 28});
     all.push_back({"OvProgressHUD.bundle/error.png", Kind::kResult, 28, 28});
@@ -64,8 +49,8 @@ inline const std::vector<Picture>& pictures() {
 }
 
 // The drawing for a scale of 1, 2 or 3, in pixels; null when there is none.
-inline QImage load(const QString& name, int scale) {
-  QString path = QStringLiteral(":/seedmote/images/") + name;
+inline QImage load(const std::string& name, int scale) {
+  QString path = QStringLiteral(":/seedmote/images/") + QString::fromStdString(name);
   if (scale > 1) path.insert(path.lastIndexOf(QLatin1Char('.')), QStringLiteral("@%1x").arg(scale));
   QImage image = QImage(path).convertToFormat(QImage::Format_ARGB32);
   image.setDevicePixelRatio(1);  // the name would make it a larger picture's half or third

