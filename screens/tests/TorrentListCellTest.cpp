@@ -11,18 +11,20 @@
 namespace seedmote {
 namespace {
 
-void fill(RVTorrentListCell& cell, const std::string& torrent, int status) {
-  const json::Value value = json::JSONValue(torrent);
-  ASSERT_FALSE(value.isAbsent()) << torrent;
-  cell.fill(value, status);
-}
+class TorrentListCellTest : public testing::Test {
+ protected:
+  void fill(const std::string& torrent, int status) {
+    const json::Value value = json::JSONValue(torrent);
+    ASSERT_FALSE(value.isAbsent()) << torrent;
+    cell.fill(value, status);
+  }
 
-TEST(TorrentListCellTest, BytesLine) {
-  struct Case {
-    const char* torrent;
-    const char* line;
-  };
-  for (const Case& wanted : {
+  RVTorrentListCell cell;
+};
+
+TEST_F(TorrentListCellTest, BytesLine) {
+  using Case = std::pair<const char*, const char*>;
+  for (const auto& [torrent, line] : {
            Case{R"({"percentDone":0.5,"totalSize":2048,"uploadedEver":1025})",
                 "(50%)   Downloaded:1024B/2.0KB   Uploaded:1.0KB "},
            Case{R"({"percentDone":0.05,"totalSize":100})", "( 5%)   Downloaded:5B/100B   Uploaded:0B "},
@@ -39,16 +41,13 @@ TEST(TorrentListCellTest, BytesLine) {
                 "(50%)   Downloaded:5B/10B   Uploaded:0B "},
            Case{"{}", "( 0%)   Downloaded:0B/0B   Uploaded:0B "},
        }) {
-    RVTorrentListCell cell;
-    fill(cell, wanted.torrent, 0);
-    EXPECT_EQ(cell.labelBytesInformation().toStdString(), wanted.line) << wanted.torrent;
+    fill(torrent, 0);
+    EXPECT_EQ(cell.labelBytesInformation().toStdString(), line) << torrent;
   }
 }
 
-TEST(TorrentListCellTest, SpeedLineAndId) {
-  RVTorrentListCell cell;
-  fill(cell,
-       R"({"peersSendingToUs":3,"seeders":4,"rateDownload":2048,"rateUpload":10,"id":7,"name":"a <b>\n"})",
+TEST_F(TorrentListCellTest, SpeedLineAndId) {
+  fill(R"({"peersSendingToUs":3,"seeders":4,"rateDownload":2048,"rateUpload":10,"id":7,"name":"a <b>\n"})",
        4);
   EXPECT_EQ(cell.labelSpeedInformation().toStdString(),
             "peers:3   seeds:4     Download:2.0KB/sec, Upload:10B/sec");
@@ -58,15 +57,15 @@ TEST(TorrentListCellTest, SpeedLineAndId) {
                                               cell.labelSpeedInformation() + QLatin1Char('\n') +
                                               cell.labelETA());
   for (const char* id : {"2.5", "5.0", "1e400", "true", "\"5\"", "null", "18446744073709551615"}) {
-    fill(cell, std::string(R"({"id":)") + id + "}", 4);
+    fill(std::string(R"({"id":)") + id + "}", 4);
     EXPECT_EQ(cell.torrentidx(), -1) << id;
   }
-  fill(cell, R"({"name":5})", 4);
+  fill(R"({"name":5})", 4);
   EXPECT_EQ(cell.torrentidx(), -1);
-  EXPECT_EQ(cell.labelTorrnetName(), QString());
+  EXPECT_EQ(cell.labelTorrnetName(), QString()) << "a cell is used again, its texts are not";
 }
 
-TEST(TorrentListCellTest, Eta) {
+TEST_F(TorrentListCellTest, Eta) {
   struct Case {
     const char* torrent;
     int status;
@@ -84,20 +83,18 @@ TEST(TorrentListCellTest, Eta) {
            Case{R"({"percentDone":0.5,"totalSize":1200,"rateDownload":10})", 6, ""},
            Case{R"({"percentDone":0.5,"totalSize":1200,"rateDownload":10})", 0, ""},
        }) {
-    RVTorrentListCell cell;
-    fill(cell, wanted.torrent, wanted.status);
+    fill(wanted.torrent, wanted.status);
     EXPECT_EQ(cell.labelETA().toStdString(), wanted.text) << wanted.torrent;
   }
 }
 
-TEST(TorrentListCellTest, StatesAndTheirIcons) {
+TEST_F(TorrentListCellTest, StatesAndTheirIcons) {
   struct Case {
     int status;
     const char* percentDone;
     int statusID;
     const char* icon;
   };
-  RVTorrentListCell cell;
   EXPECT_TRUE(cell.imageStatus().isEmpty());
   EXPECT_EQ(cell.imageFill(), QColor(250, 250, 250));
   for (const Case& wanted :
@@ -105,46 +102,29 @@ TEST(TorrentListCellTest, StatesAndTheirIcons) {
         Case{1, "1", 7, "waiting"}, Case{2, "1", 6, "verifying"}, Case{3, "0", 7, "waiting"},
         Case{4, "1", 3, "download"}, Case{5, "1", 7, "waiting"}, Case{6, "1", 5, "upload"},
         Case{7, "0", 5, "upload"}, Case{-1, "0", 5, "upload"}}) {
-    fill(cell, std::string(R"({"percentDone":)") + wanted.percentDone + "}", wanted.status);
+    fill(std::string(R"({"percentDone":)") + wanted.percentDone + "}", wanted.status);
     EXPECT_EQ(cell.statusID(), wanted.statusID) << wanted.status;
     EXPECT_TRUE(cell.imageStatus().toString().endsWith(
         QStringLiteral("ios7_%1.png").arg(QLatin1String(wanted.icon))));
     EXPECT_EQ(cell.imageFill().alpha(), 0);
   }
-  fill(cell, R"({"percentDone":-1})", 0);
+  fill(R"({"percentDone":-1})", 0);
   EXPECT_EQ(cell.processDownload(), 0.0F);
 }
 
-TEST(TorrentListCellTest, ReuseLeavesNoTextsBehind) {
-  RVTorrentListCell cell;
-  fill(cell, R"({"name":"first","percentDone":0.5,"totalSize":10})", 4);
-  EXPECT_EQ(cell.labelETA(), QStringLiteral("ETA>1d"));
-  EXPECT_EQ(cell.labelTorrnetName(), QStringLiteral("first"));
-  fill(cell, "{}", 6);
-  EXPECT_EQ(cell.labelETA(), QString());
-  EXPECT_EQ(cell.labelTorrnetName(), QString());
-}
-
 TEST(EmptyStateTest, SaysWhatIsTheMatter) {
-  const auto contains = [](const EmptyState& state, const char* words) {
-    EXPECT_NE(state.sentence().find(words), std::string::npos) << state.sentence();
+  const std::pair<EmptyState, const char*> cases[] = {
+      {{}, "not been asked"},
+      {{true, false, 0, 1, {DaemonCondition::loginRefused, ""}}, "user name or the password"},
+      {{true, false, 0, 1, {DaemonCondition::unreadable, "Illegal number at 7"}}, "(Illegal number at 7)"},
+      {{true, true, 0, 1, {DaemonCondition::noAnswer, ""}}, "in time"},
+      {{true, true, 0, 1, {DaemonCondition::answered, ""}}, "no torrents"},
+      {{true, true, 3, 6, {DaemonCondition::answered, ""}}, "\"Verifying\""},
+      {{false, true, 3, 6, {DaemonCondition::answered, ""}}, "settings have been confirmed"},
   };
-  EmptyState state;
-  contains(state, "not been asked");
-  state.outcome = {DaemonCondition::loginRefused, ""};
-  contains(state, "user name or the password");
-  state.outcome = {DaemonCondition::unreadable, "Illegal number at 7"};
-  contains(state, "(Illegal number at 7)");
-  state.connected = true;
-  state.outcome = {DaemonCondition::noAnswer, ""};
-  contains(state, "in time");
-  state.outcome = {DaemonCondition::answered, ""};
-  contains(state, "no torrents");
-  state.torrents = 3;
-  state.filterID = 6;
-  contains(state, "\"Verifying\"");
-  state.setUp = false;
-  contains(state, "settings have been confirmed");
+  for (const auto& [state, words] : cases) {
+    EXPECT_NE(state.sentence().find(words), std::string::npos) << state.sentence();
+  }
 }
 
 TEST(EmptyStateTest, EachCauseHasWordsOfItsOwnAndSslIsNamedWhereItMayBeTheCause) {

@@ -154,10 +154,7 @@ TEST_F(TorrentListTest, TapsToggleTheSelection) {
   RVTrans::selectTorrent(-1);
   tick();
   EXPECT_THAT(shaking(), IsEmpty()) << "the selection was cleared elsewhere";
-}
 
-TEST_F(TorrentListTest, TheRowShowsTheSelectionAlsoWhenItsDetailsCannotBeHad) {
-  show();
   details.clear();  // the daemon does not know the torrent any more
   tap(2);
   EXPECT_EQ(RVTrans::getTorrentSelection(), 13);

@@ -13,10 +13,6 @@ namespace {
 
 using Assignments = std::vector<std::string>;
 
-auto countLines(const std::string& text) {
-  return std::count(text.begin(), text.end(), '\n');
-}
-
 class SettingsCommandTest : public testing::Test {
  protected:
   int run(const Assignments& assignments, const std::string& input = "") {
@@ -74,43 +70,29 @@ TEST_F(SettingsCommandTest, RefreshIsSwitchedOffByNothingOrZero) {
 }
 
 TEST_F(SettingsCommandTest, BadValuesStoreNothingAndAreNamed) {
-  const Assignments bad{"Port=0",
-                        "Port=65536",
-                        "Port=-1",
-                        "Port=80a",
-                        "Port= 80",
-                        "Port=",
-                        "Port=99999999999999999999",
-                        "Timeout=-1",
-                        "Timeout=1.5",
-                        "Timeout=",
-                        "UseSSL=true",
-                        "UseSSL=YES",
-                        "FirstRun=1",
-                        "ServerChanged=",
-                        "Refresh=-1",
-                        "Refresh=inf",
-                        "Refresh=nan",
-                        "Refresh=1s",
-                        "IP Address=",
-                        "IP Address=http://box",
-                        "IP Address=box/path",
-                        "IP Address=me@box",
-                        "IP Address=box:9091",
-                        "IP Address=::1",
-                        "IP Address=my box",
-                        "IP Address=box\r\nX: y",
-                        "Username=a\nb",
-                        "Password=\xff",
-                        "Author=me@here.example",
-                        "Version=9",
-                        "port=9091",
-                        "=x",
-                        "Port",
-                        ""};
+  const std::pair<std::string, Assignments> cases[]{
+      {"Port", {"0", "65536", "-1", "80a", " 80", "", "99999999999999999999"}},
+      {"Timeout", {"-1", "1.5", ""}},
+      {"UseSSL", {"true", "YES"}},
+      {"FirstRun", {"1"}},
+      {"ServerChanged", {""}},
+      {"Refresh", {"-1", "inf", "nan", "1s"}},
+      {"IP Address", {"", "http://box", "box/path", "me@box", "box:9091", "::1", "my box", "box\r\nX: y"}},
+      {"Username", {"a\nb"}},
+      {"Password", {"\xff"}},
+      {"Author", {"me@here.example"}},
+      {"Version", {"9"}},
+      {"port", {"9091"}},
+      {"", {"x"}},
+  };
+  Assignments bad{"Port", ""};
+  for (const auto& [key, values] : cases) {
+    for (const std::string& value : values) bad.push_back(key + "=" + value);
+  }
   for (const std::string& assignment : bad) {
     EXPECT_EQ(run({"FirstRun=3", assignment, "UseSSL=True"}), SettingsCommand::kWrongUse) << assignment;
-    EXPECT_EQ(countLines(errors_.str()), 1) << assignment;
+    const std::string said = errors_.str();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << assignment;
   }
   EXPECT_EQ(services_.defaults.synchronized(), 0);
   for (const char* key : {"FirstRun", "UseSSL", "Port"}) EXPECT_EQ(stored(key), std::nullopt);
