@@ -24,11 +24,7 @@ TEST(Pieces, LongStringsInPieces) {
     const std::string expected = readWhole(text);
     for (const std::size_t size : {1, 2, 3, 7, 64, 1024, 4097}) {
       if (size == 1 && text.size() > 20000) continue;
-      std::vector<std::string_view> pieces;
-      for (std::size_t at = 0; at < text.size(); at += size) {
-        pieces.push_back(std::string_view(text).substr(at, size));
-      }
-      ASSERT_EQ(readPieces(pieces), expected) << text.substr(0, 20) << " in pieces of " << size;
+      ASSERT_EQ(readPieces(cutInto(text, size)), expected) << text.substr(0, 20) << " in pieces of " << size;
     }
   }
 }
@@ -41,11 +37,8 @@ TEST(Pieces, LongNumbersInPieces) {
     const std::string text = "{\"a\":" + number + ",\"b\":[\"text\",1,true]}";
     const std::string expected = readWhole(text);
     for (const std::size_t size : {1, 3, 1024, 4097}) {
-      std::vector<std::string_view> pieces;
-      for (std::size_t at = 0; at < text.size(); at += size) {
-        pieces.push_back(std::string_view(text).substr(at, size));
-      }
-      EXPECT_TRUE(readPieces(pieces) == expected) << number.substr(0, 8) << " in pieces of " << size;
+      EXPECT_TRUE(readPieces(cutInto(text, size)) == expected)
+          << number.substr(0, 8) << " in pieces of " << size;
     }
     for (std::size_t cut = text.size() - 5100; cut < text.size() - 4900; ++cut) {
       const std::string_view view = text;
@@ -54,9 +47,7 @@ TEST(Pieces, LongNumbersInPieces) {
   }
   // Would take minutes if each piece had the number read from its start.
   const std::string text = "[" + std::string(1000000, '7') + "]";
-  std::vector<std::string_view> pieces;
-  for (std::size_t at = 0; at < text.size(); ++at) pieces.push_back(std::string_view(text).substr(at, 1));
-  EXPECT_TRUE(readPieces(pieces) == readWhole(text));
+  EXPECT_TRUE(readPieces(cutInto(text, 1)) == readWhole(text));
 }
 
 // The key of the dictionary before is taken without scanning, also when a piece ended within it.

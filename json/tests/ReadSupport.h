@@ -37,4 +37,10 @@ inline std::string readPieces(const std::vector<std::string_view>& pieces) {
   return dump(accumulator.value());
 }
 
+inline std::vector<std::string_view> cutInto(std::string_view text, std::size_t size) {
+  std::vector<std::string_view> pieces;
+  for (std::size_t at = 0; at < text.size(); at += size) pieces.push_back(text.substr(at, size));
+  return pieces;
+}
+
 }  // namespace seedmote::json::test

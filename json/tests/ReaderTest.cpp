@@ -21,12 +21,10 @@ namespace {
 using Status = YxJsonStreamParserStatus;
 
 void expectSameInPieces(std::string_view text, const std::string& expected) {
-  std::vector<std::string_view> bytes;
   for (std::size_t cut = 0; cut <= text.size(); ++cut) {
     ASSERT_EQ(readPieces({text.substr(0, cut), text.substr(cut)}), expected) << text << " cut at " << cut;
-    if (cut != text.size()) bytes.push_back(text.substr(cut, 1));
   }
-  ASSERT_EQ(readPieces(bytes), expected) << text << " byte by byte";
+  ASSERT_EQ(readPieces(cutInto(text, 1)), expected) << text << " byte by byte";
 }
 
 struct Vector {
@@ -189,36 +187,6 @@ TEST(Reader, BrokenUnicode) {
   expectAll({{"[\"\xC3\\n\xA9\"]", broken}, {"[\"\\n\xE2\x82\"]", broken}});
 }
 
-TEST(ParserState, TokensThatNobodyKnows) {
-  class Plain final : public YxJsonStreamParserState {};
-  const Plain plain;
-  EXPECT_EQ(plain.name(), "<aaiie!>");
-  EXPECT_EQ(plain.parserShouldReturn(), Status::YxJsonStreamParserWaitingForData);
-  EXPECT_FALSE(plain.needKey() || plain.isError());
-  const auto& start = YxJsonStreamParserStateStart::sharedInstance();
-  const auto& arrayNeedValue = YxJsonStreamParserStateArrayNeedValue::sharedInstance();
-  for (const int code : {-1, 12, 13, 16, 17, 1000, -2147483647}) {
-    const auto token = static_cast<YxJsonToken>(code);
-    EXPECT_FALSE(start.shouldAcceptToken(token) || arrayNeedValue.shouldAcceptToken(token)) << code;
-    EXPECT_TRUE(start.shouldTransitionTo(token, false)->isError()) << code;
-    EXPECT_EQ(plain.shouldTransitionTo(token, false), &plain) << code;
-  }
-  for (int code = 0; code < 12; ++code) {
-    EXPECT_FALSE(plain.shouldAcceptToken(static_cast<YxJsonToken>(code))) << code;
-  }
-}
-
-TEST(Tokeniser, ShortNumbersHaveNoText) {
-  YxJsonTokeniser tokeniser;
-  tokeniser.appendData("12345678901234567890,5 ");
-  YxJsonTokenValue value;
-  ASSERT_EQ(tokeniser.getToken(value), YxJsonToken::number);
-  EXPECT_EQ(value.number.text, "12345678901234567890");
-  ASSERT_EQ(tokeniser.getToken(value), YxJsonToken::valueSeparator);
-  ASSERT_EQ(tokeniser.getToken(value), YxJsonToken::number);
-  EXPECT_EQ(value.number.text, "") << "what the one before it left would dangle";
-}
-
 TEST(Reader, EventsComeInOrder) {
   EventRecorder recorder;
   YxJsonStreamParser<> parser;
@@ -315,10 +283,8 @@ TEST(Reader, ManyDocumentsAndSkippedLevels) {
   EXPECT_THAT(collect(R"({"a":[{"b":[4]},5],"c":6})", 2, false), ElementsAre("{b=[u4]}", "u5", "u6"));
 }
 
-std::vector<std::string> logged;
-
 TEST(Reader, FailuresAreReported) {
-  logged.clear();
+  static std::vector<std::string> logged;
   setLogFunction([](std::string_view line) { logged.emplace_back(line); });
   std::string error = "untouched";
   EXPECT_EQ(dump(JSONValue("[1]", error)), "[u1]");
