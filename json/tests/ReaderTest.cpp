@@ -191,9 +191,10 @@ TEST(Reader, EventsComeInOrder) {
   EventRecorder recorder;
   YxJsonStreamParser<> parser;
   parser.setDelegate(&recorder);
-  EXPECT_EQ(parser.parse(R"({"a":[1,"b",true],"c":{},"d":nu)"), Status::YxJsonStreamParserWaitingForData);
+  EXPECT_EQ(parser.parse(R"({"a":[18446744073709551616,1,"b",true],"c":{},"d":nu)"),
+            Status::YxJsonStreamParserWaitingForData);
   const std::string first =
-      "{ key:a [ number:1 string:b true ]<after object value> key:c { }<after object value> key:d ";
+      "{ key:a [ number:1844674407370955161618446744073709551616 number:1 string:b true ]<after object value> key:c { }<after object value> key:d ";
   EXPECT_EQ(recorder.events, first);
   EXPECT_EQ(parser.parse("ll} \n"), Status::YxJsonStreamParserComplete);
   EXPECT_EQ(recorder.events, first + "null }<after outer-most array or object> ");

@@ -53,7 +53,8 @@ class EventRecorder final : public YxJsonStreamParserDelegate {
   void foundBoolean(YxJsonStreamParserBase&, bool value) override { events += value ? "true " : "false "; }
   void parserFoundNull(YxJsonStreamParserBase&) override { events += "null "; }
   void foundNumber(YxJsonStreamParserBase&, const YxJsonNumber& number) override {
-    events.append("number:").append(Value::number(number)->description()).append(" ");
+    // Only a long number has its text; what an earlier one left would dangle.
+    events.append("number:").append(Value::number(number)->description()).append(number.text).append(" ");
   }
   void foundString(YxJsonStreamParserBase&, std::string_view text) override {
     events.append("string:").append(text).append(" ");

@@ -188,7 +188,7 @@ TEST(Writer, TextsOfEveryLengthSurvive) {
 std::string randomText(std::mt19937_64& random, int depth) {
   static const std::vector<std::string> leaves = {
       "null", "true", "false", "[]", "{}", R"("\"\\\u0000\n\u001f/")", "\"plain \u00e9\u20ac\U0001F600\""};
-  const std::size_t choice = depth > 0 ? random() % 8 : 4 + random() % 4;
+  const std::size_t choice = depth > 0 ? random() % 9 : 4 + random() % 5;
   if (choice < 4) {
     std::string text;
     for (std::size_t i = random() % 6; i > 0; --i) {
@@ -199,8 +199,10 @@ std::string randomText(std::mt19937_64& random, int depth) {
   }
   const std::string integer = (random() % 2 == 0 ? "-" : "") + std::to_string(1 + random() % 999'999'999'999);
   if (choice == 4) return integer;
-  if (choice == 5) return integer + "." + std::to_string(random()) + "1e-" + std::to_string(random() % 60000);
-  if (choice == 6) return integer + ".5e" + std::to_string(200 + random() % 20000);
+  const std::string exponent = std::to_string(random() % (random() % 2 == 0 ? 60 : 60000));
+  if (choice == 5) return integer + "." + std::to_string(random()) + "1e-" + exponent;
+  if (choice == 6) return integer + "." + std::string(20, '0') + "e-400" + exponent.substr(0, 2);
+  if (choice == 7) return integer + ".5e2" + exponent.substr(0, 4);
   return leaves[random() % leaves.size()];
 }
 
