@@ -19,10 +19,10 @@ TableRow {
         visible: !row.torrent.contentHidden
 
         ShakingIcon {
-            x: 10
-            y: 12
-            width: 28
-            height: 28
+            x: 8
+            y: 10
+            width: 32
+            height: 32
             torrent: row.torrent
         }
 
