@@ -172,6 +172,19 @@ TEST_F(TorrentListTest, TheShakeFollowsTheTorrentToItsNewRow) {
   EXPECT_THAT(shaking(), ElementsAre(2));
 }
 
+TEST_F(TorrentListTest, ARowThatIsOlderThanTheListSelectsNoOtherTorrent) {
+  torrents = R"({"id":11,"name":"alpha"},{"id":12,"name":"beta"})";
+  show();
+  torrents = R"({"id":11,"name":"beta"},{"id":12,"name":"alpha"})";  // the ids were dealt anew
+  RVTrans::fetchTorrentList();
+  tap(1);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), -1) << "the row still shows beta, and 12 is alpha now";
+  EXPECT_THAT(shaking(), IsEmpty());
+  tick();
+  tap(1);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), 12);
+}
+
 TEST_F(TorrentListTest, TorrentsWithoutAnIdCannotBeSelected) {
   torrents = R"({"id":2.5,"name":"broken","status":4},7)";
   show();
