@@ -221,34 +221,22 @@ TEST(Reader, DepthLimit) {
 
 TEST(UTF8Stream, KeepsWhatIsNotConsumed) {
   YxJsonUTF8Stream stream;
-  stream.appendData(" \t\"ab\xC3");
-  stream.skipWhitespace();
-  EXPECT_EQ(stream.index(), 2u);
+  stream.appendData("\"ab\xC3");
   std::optional<std::string> fragment;
   stream.skip();
   EXPECT_FALSE(stream.getRetainedStringFragment(fragment)) << "no stopping byte yet";
-  stream.setIndex(3);
+  stream.setIndex(1);
   stream.appendData("\xA9\\\x80");
-  EXPECT_EQ(stream.index(), 0u) << "what was consumed is gone";
   ASSERT_TRUE(stream.getRetainedStringFragment(fragment));
   EXPECT_EQ(fragment, "ab\u00e9");
   EXPECT_FALSE(stream.stringWithRange(2, 1)) << "half a character";
   EXPECT_FALSE(stream.stringWithRange(2, 9)) << "beyond the end";
   char16_t unit = 0;
-  ASSERT_TRUE(stream.getUnichar(unit));
-  EXPECT_EQ(unit, u'\\');
   ASSERT_TRUE(stream.getNextUnichar(unit));
   EXPECT_EQ(unit, 0xFF80);
-  EXPECT_TRUE(stream.haveRemainingCharacters(1));
-  EXPECT_FALSE(stream.haveRemainingCharacters(2));
   EXPECT_FALSE(stream.skipCharacters("x"));
   EXPECT_TRUE(stream.skipCharacters("\x80"));
-  EXPECT_FALSE(stream.getUnichar(unit));
-  stream.lend("ne");
-  stream.skip();
-  stream.endLoan();
-  stream.lend("xt");
-  EXPECT_EQ(std::string_view(stream.current(), 3), "ext");
+  EXPECT_FALSE(stream.getUnichar(unit) || stream.haveRemainingCharacters(1));
 }
 
 // Keeps all top-level values as text.

@@ -6,7 +6,6 @@
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
-#include <set>
 
 namespace seedmote::support {
 namespace {
@@ -15,8 +14,6 @@ struct State {
   std::mutex mutex;
   std::condition_variable changed;
   bool on = false;
-  std::set<std::string> known;
-  std::set<std::string> slow;
   int hanging = 0;
 };
 
@@ -29,22 +26,19 @@ bool isPlain(const char* name) {
   return !name || std::strcmp(name, "localhost") == 0 || !std::strpbrk(name, "ghijklmnopqrstuvwxyz");
 }
 
-// The name to ask the real service for; null when the look-up fails.
-const char* substituteFor(const char* name) {
+// Whether the look-up is one for the real service; may hang.
+bool isReal(const char* name) {
   State& now = state();
   std::unique_lock lock(now.mutex);
-  if (!now.on || isPlain(name)) {
-    return name;
-  }
-  if (now.slow.count(name)) {
+  if (now.on && !isPlain(name) && std::strcmp(name, "slow.invalid") == 0) {
     ++now.hanging;
     now.changed.notify_all();
     now.changed.wait(lock, [&] { return !now.on; });
     --now.hanging;
     now.changed.notify_all();
-    return nullptr;
+    return false;
   }
-  return now.known.count(name) ? "127.0.0.1" : nullptr;
+  return !now.on || isPlain(name);
 }
 
 }  // namespace
@@ -57,20 +51,8 @@ FakeNames::FakeNames() {
 FakeNames::~FakeNames() {
   std::unique_lock lock(state().mutex);
   state().on = false;
-  state().known.clear();
-  state().slow.clear();
   state().changed.notify_all();
   state().changed.wait(lock, [] { return state().hanging == 0; });
-}
-
-void FakeNames::resolveToLoopback(const std::string& name) {
-  const std::lock_guard lock(state().mutex);
-  state().known.insert(name);
-}
-
-void FakeNames::hang(const std::string& name) {
-  const std::lock_guard lock(state().mutex);
-  state().slow.insert(name);
 }
 
 void FakeNames::waitForHanging() {
@@ -83,6 +65,5 @@ void FakeNames::waitForHanging() {
 extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrinfo** result) {
   using Function = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
   static const auto real = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "getaddrinfo"));
-  const char* const asked = seedmote::support::substituteFor(name);
-  return name && !asked ? EAI_NONAME : real(asked, service, hints, result);
+  return seedmote::support::isReal(name) ? real(name, service, hints, result) : EAI_NONAME;
 }

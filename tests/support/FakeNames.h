@@ -1,12 +1,10 @@
 #pragma once
 
-#include <string>
-
 namespace seedmote::support {
 
-// Stands in for the name service while it lives, one at a time: no test asks a name server, and a look-up can
-// hang. Names that are not set here are unknown; numeric addresses and "localhost" keep their meaning. Works
-// by a getaddrinfo() of the test program's own, which the libraries then call.
+// Stands in for the name service while it lives, one at a time: no test asks a name server. A look-up of
+// "slow.invalid" hangs; all other names are unknown; numeric addresses and "localhost" keep their meaning.
+// Works by a getaddrinfo() of the test program's own, which the libraries then call.
 class FakeNames final {
  public:
   FakeNames();
@@ -15,8 +13,6 @@ class FakeNames final {
   FakeNames(const FakeNames&) = delete;
   FakeNames& operator=(const FakeNames&) = delete;
 
-  void resolveToLoopback(const std::string& name);  // 127.0.0.1
-  void hang(const std::string& name);
   // Waits until one look-up hangs.
   void waitForHanging();
 };

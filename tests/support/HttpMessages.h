@@ -41,8 +41,7 @@ struct Reply {
   End end = End::keepOpen;
 };
 
-// Takes the first whole request off the front of `bytes`; absent while it is not whole. `broken` is set
-// when it can never become one.
-std::optional<RecordedRequest> takeRequest(std::string& bytes, bool& broken);
+// Takes the first whole request off the front of `bytes`; absent while it is not whole.
+std::optional<RecordedRequest> takeRequest(std::string& bytes);
 
 }  // namespace seedmote::support

@@ -141,12 +141,6 @@ void LoopbackDaemon::acceptAll() {
       return;
     }
     const std::lock_guard lock(mutex_);
-    connections_.remove_if([](Connection& connection) {
-      if (connection.ended) {
-        connection.thread.join();
-      }
-      return connection.ended;
-    });
     Connection& connection = connections_.emplace_back();
     ++accepted_;
     connection.socket = std::move(accepted);
@@ -164,21 +158,21 @@ void LoopbackDaemon::serve(Connection& connection) {
   }
   const std::lock_guard lock(mutex_);
   connection.socket.reset();
-  connection.ended = true;
 }
 
 void LoopbackDaemon::serveRequests(Connection& connection, ByteStream& stream) {
   std::string unread;
   std::vector<char> buffer(64 << 10);
   while (true) {
-    bool broken = false;
-    std::optional<RecordedRequest> request = takeRequest(unread, broken);
-    if (request || broken) {
-      const Reply reply = broken ? badRequest() : replyTo(*request);
-      if (!perform(reply, connection, stream)) {
+    if (const std::optional<RecordedRequest> request = takeRequest(unread)) {
+      if (!perform(replyTo(*request), connection, stream)) {
         return;
       }
       continue;
+    }
+    if (!unread.empty() && (unread[0] < 'A' || unread[0] > 'Z')) {  // a TLS hello, say
+      perform(badRequest(), connection, stream);
+      return;
     }
     const long size = stream.read(buffer.data(), buffer.size());
     if (size <= 0) {

@@ -68,7 +68,6 @@ class LoopbackDaemon final {
  private:
   struct Connection {
     FileDescriptor socket;
-    bool ended = false;
     std::thread thread;
   };
 

@@ -22,24 +22,6 @@ std::string quoted(const std::string& text) {
   return "\"" + text + "\"";
 }
 
-std::string authentication(const std::string& credentials) {
-  if (credentials.empty()) {
-    return {};
-  }
-  const std::size_t colon = credentials.find(':');
-  return " \"rpc-authentication-required\": true,\n \"rpc-username\": " +
-         quoted(credentials.substr(0, colon)) +
-         ",\n \"rpc-password\": " + quoted(credentials.substr(colon + 1)) + ",\n";
-}
-
-std::size_t countOf(std::string_view part, std::string_view text) {
-  std::size_t count = 0;
-  for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
-    ++count;
-  }
-  return count;
-}
-
 // What stands between the code markers of a 409, behind the header's name.
 std::string sessionIdIn(const std::string& body) {
   constexpr std::string_view kBefore = "<code>X-Transmission-Session-Id: ";
@@ -75,9 +57,11 @@ std::string RealDaemon::inFolder(const char* name) const {
 
 void RealDaemon::writeSettings() const {
   std::ofstream file(inFolder("settings.json"));
-  file << "{\n"
-       << authentication(options_.credentials) << options_.moreSettings
-       << " \"rpc-bind-address\": \"127.0.0.1\", \"rpc-whitelist\": \"127.0.0.1\",\n"
+  const std::size_t colon = options_.credentials.find(':');
+  file << "{\n \"rpc-authentication-required\": " << (options_.credentials.empty() ? "false" : "true")
+       << ", \"rpc-username\": " << quoted(options_.credentials.substr(0, colon))
+       << ",\n \"rpc-password\": " << quoted(options_.credentials.substr(colon + 1)) << ",\n"
+       << options_.moreSettings << " \"rpc-bind-address\": \"127.0.0.1\", \"rpc-whitelist\": \"127.0.0.1\",\n"
        << " \"rpc-port\": " << port_ << ", \"peer-port\": " << closedPort() << ",\n"
        << " \"bind-address-ipv4\": \"127.0.0.1\", \"bind-address-ipv6\": \"::1\",\n"
        << " \"dht-enabled\": false, \"lpd-enabled\": false, \"pex-enabled\": false, \"utp-enabled\": false,\n"
@@ -101,8 +85,8 @@ bool RealDaemon::isReady() {
   if (session.body.find(ours) == std::string::npos) {
     return false;
   }
-  const std::string list = rpc(R"({"method":"torrent-get","arguments":{"fields":["id"]}})");
-  return countOf("\"id\":", list) >= torrents_;
+  const std::string stats = rpc(R"({"method":"session-stats"})");
+  return stats.find("\"torrentCount\":" + std::to_string(torrents_) + ",") != std::string::npos;
 }
 
 void RealDaemon::stop() {

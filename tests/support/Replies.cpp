@@ -1,5 +1,7 @@
 #include "tests/support/Replies.h"
 
+#include <map>
+
 #include "tests/support/DaemonTexts.h"
 #include "tests/support/Encodings.h"
 
@@ -10,33 +12,14 @@ constexpr std::string_view kHtml = "text/html; charset=ISO-8859-1";
 constexpr std::string_view kJson = "application/json; charset=UTF-8";
 constexpr std::string_view kDate = "Sat, 21 Nov 2026 05:52:00 GMT";
 
-std::string_view reasonOf(int status) {
-  switch (status) {
-    case 200:
-      return "OK";
-    case 301:
-      return "Moved Permanently";
-    case 401:
-      return "Unauthorized";
-    case 403:
-      return "Forbidden";
-    case 404:
-      return "Not Found";
-    case 405:
-      return "Method Not Allowed";
-    case 409:
-      return "Conflict";
-    case 421:
-      return "Misdirected Request";
-    case 500:
-      return "Internal Server Error";
-    default:
-      return "Something";
-  }
-}
+const std::map<int, std::string> kReasons = {
+    {200, "OK"},        {301, "Moved Permanently"},  {401, "Unauthorized"},
+    {403, "Forbidden"}, {405, "Method Not Allowed"}, {409, "Conflict"}};
 
 std::string head(int status, const std::vector<HttpHeader>& headers) {
-  std::string text = "HTTP/1.1 " + std::to_string(status) + " " + std::string(reasonOf(status)) + "\r\n";
+  const auto reason = kReasons.find(status);
+  std::string text = "HTTP/1.1 " + std::to_string(status) + " " +
+                     (reason == kReasons.end() ? "Something" : reason->second) + "\r\n";
   for (const HttpHeader& header : headers) {
     text += header.name + ": " + header.value + "\r\n";
   }

@@ -163,7 +163,6 @@ TEST(CurlHttpError, WhereNothingIsSent) {
 
 TEST(CurlHttpCancel, EndsAnExchangeInEveryPhase) {
   FakeNames names;
-  names.hang("slow.invalid");
   const DeafPort off(DeafPort::Kind::full);
   const DeafPort silent(DeafPort::Kind::connects);
   LoopbackDaemon daemon;

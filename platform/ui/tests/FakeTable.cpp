@@ -14,7 +14,6 @@ double FakeController::heightForRowAtIndexPath(int row) {
 }
 
 TableViewCell* FakeController::cellForRowAtIndexPath(int row) {
-  ++built;
   auto* cell = static_cast<FakeCell*>(table.dequeueReusableCell("Cell"));
   if (cell == nullptr) {
     cell = static_cast<FakeCell*>(table.addCell(std::make_unique<FakeCell>("Cell")));

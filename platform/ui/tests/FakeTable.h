@@ -44,7 +44,7 @@ class FakeController : public QObject, public TableViewDataSource {
   double heightForRowAtIndexPath(int row) override;
   TableViewCell* cellForRowAtIndexPath(int row) override;
   std::int64_t rowToken(int row) override { return tokenOf(row); }
-  bool canBuildRowsWhileWaiting() const override { return readyWhileWaiting; }
+  bool canBuildRowsWhileWaiting() const override { return true; }
   void didSelectRowAtIndexPath(int row) override { note("select", row); }
   void didDeselectRowAtIndexPath(int row) override { note("deselect", row); }
   void scrollViewWillBeginDragging(double offset) override { note("begin", offset); }
@@ -59,12 +59,10 @@ class FakeController : public QObject, public TableViewDataSource {
   }
 
   int rows = 0;
-  bool readyWhileWaiting = true;
   std::function<double(int)> heightOf = [](int) { return 50.0; };
   std::function<std::int64_t(int)> tokenOf = [](int row) { return 1000 + row; };
   int counted = 0;
   int measured = 0;
-  int built = 0;
   std::vector<std::string> notes;
   std::vector<double> offsets;
   std::vector<bool> decelerates;  // for each end of a drag

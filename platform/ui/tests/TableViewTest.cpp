@@ -183,24 +183,6 @@ TEST_F(TableViewTest, AWaitingTapIsDroppedWhenTheRowShowsSomethingElse) {
   EXPECT_THAT(controller.notes, IsEmpty()) << "the row is gone";
 }
 
-TEST_F(TableViewTest, NothingIsAskedOfTheScreenWhileTheMainThreadWaits) {
-  show(100);
-  controller.built = 0;
-  controller.readyWhileWaiting = false;
-  services.main.wait([&] {
-    duringWait([&] {
-      table.setViewport(2000, 500);
-      table.tapRow(1);
-      table.reload();
-    });
-    duringWait([] {});
-  });
-  EXPECT_EQ(controller.built, 0);
-  settle();
-  EXPECT_EQ(liveRows().front(), 35);
-  EXPECT_THAT(controller.notes, ElementsAre("select 1"));
-}
-
 TEST_F(TableViewTest, ARowThatWaitsIsNotBuiltIntoByOthers) {
   show(100);
   controller.tokenOf = [&](int row) {
