@@ -27,7 +27,7 @@ constexpr const char* kTorrents =
 // The program with a settings folder of its own and without a screen.
 class LaunchTest : public testing::Test {
  protected:
-  void SetUp() override {
+  LaunchTest() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
@@ -40,9 +40,14 @@ class LaunchTest : public testing::Test {
     program.waitForFinished();
   }
 
-  int run(const QStringList& arguments, const QByteArray& input = {}) {
-    program.setArguments(arguments);
+  void start(const std::vector<std::string>& arguments) {
+    QStringList list;
+    for (const std::string& argument : arguments) list << QString::fromStdString(argument);
+    program.setArguments(list);
     program.start();
+  }
+  int run(const std::vector<std::string>& arguments, const char* input = "") {
+    start(arguments);
     program.write(input);
     program.closeWriteChannel();
     EXPECT_TRUE(program.waitForFinished(60'000));
@@ -59,12 +64,10 @@ class LaunchTest : public testing::Test {
       at = found;
     }
   }
-  QStringList settingsFor(const LoopbackDaemon& daemon) const {
-    return {QStringLiteral("--set"), QStringLiteral("IP Address=127.0.0.1"),
-            QStringLiteral("--set"), QStringLiteral("Port=%1").arg(daemon.port()),
-            QStringLiteral("--set"), QStringLiteral("Username=al"),
-            QStringLiteral("--set"), QStringLiteral("Password=-"),
-            QStringLiteral("--set"), QStringLiteral("FirstRun=3")};
+  int storeSettings(const LoopbackDaemon& daemon) {
+    return run({"--set", "IP Address=127.0.0.1", "--set", "Port=" + std::to_string(daemon.port()), "--set",
+                "Username=al", "--set", "Password=-", "--set", "FirstRun=3"},
+               "s3cret\n");
   }
 
   QTemporaryDir folder;
@@ -77,16 +80,14 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
   LoopbackDaemon daemon;
   daemon.model().setCredentials("al:s3cret");
   daemon.model().setTorrents(kTorrents);
-  ASSERT_EQ(run(settingsFor(daemon), "s3cret\n"), 0);
+  ASSERT_EQ(storeSettings(daemon), 0);
   EXPECT_EQ(output + errors, "") << "storing settings prints nothing";
   const QFile stored(folder.filePath(QStringLiteral("seedmote/defaults.plist")));
   EXPECT_TRUE(stored.exists());
   EXPECT_EQ(stored.permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
 
   const QString picture = folder.filePath(QStringLiteral("list.png"));
-  ASSERT_EQ(run({QStringLiteral("--idiom"), QStringLiteral("phone"), QStringLiteral("--snapshot"), picture}),
-            0)
-      << errors;
+  ASSERT_EQ(run({"--idiom", "phone", "--snapshot", picture.toStdString()}), 0) << errors;
   EXPECT_THAT(output, HasSubstr("one.iso\n    (50%)   Downloaded:1024B/2.0KB   Uploaded:0B "));
   EXPECT_THAT(output, HasSubstr("zwei 日本.bin"));
   EXPECT_FALSE(QImage(picture).isNull());
@@ -100,22 +101,19 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
 }
 
 TEST_F(LaunchTest, AWrongSettingIsNamedAndNothingStored) {
-  EXPECT_EQ(run({QStringLiteral("--set"), QStringLiteral("Port=9091"), QStringLiteral("--set"),
-                 QStringLiteral("Nonsense=1")}),
-            2);
+  EXPECT_EQ(run({"--set", "Port=9091", "--set", "Nonsense=1"}), 2);
   EXPECT_THAT(errors, HasSubstr("Nonsense"));
   EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("seedmote/defaults.plist"))));
-  EXPECT_EQ(run({QStringLiteral("--what")}), 2);
-  EXPECT_EQ(run({QStringLiteral("--version")}), 0);
+  EXPECT_EQ(run({"--what"}), 2);
+  EXPECT_EQ(run({"--version"}), 0);
   EXPECT_THAT(output, testing::StartsWith("Seedmote "));
 }
 
 TEST_F(LaunchTest, TheProgramEndsAtOnceInTheMiddleOfARequest) {
   LoopbackDaemon daemon;
   daemon.setReply(replies::hang());
-  ASSERT_EQ(run(settingsFor(daemon), "x\n"), 0);
-  program.setArguments({});
-  program.start();
+  ASSERT_EQ(storeSettings(daemon), 0);
+  start({});
   ASSERT_TRUE(daemon.waitForRequests(1));
   QElapsedTimer ending;
   ending.start();
@@ -131,13 +129,12 @@ TEST_F(LaunchTest, WithoutAWindowSystemItSaysWhatToDo) {
   for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
     environment.remove(QString::fromLatin1(name));
   }
-  program.setProcessEnvironment(environment);
-  EXPECT_EQ(run({}), 1);
-  EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
-  environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":97531"));
-  program.setProcessEnvironment(environment);
-  EXPECT_EQ(run({}), 1);
-  EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
+  for (const char* display : {"", ":97531"}) {
+    if (*display != 0) environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    program.setProcessEnvironment(environment);
+    EXPECT_EQ(run({}), 1);
+    EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
+  }
 }
 
 }  // namespace

@@ -5,17 +5,9 @@
 #include <utility>
 
 namespace seedmote::support {
-namespace {
-
-constexpr int kRoomyBacklog = 16;
-
-}  // namespace
 
 // With a backlog of 0 one connection fits into the queue; the attempts of later ones are dropped.
-DeafPort::DeafPort(Kind kind) : listener_(listenOnLoopback(0, kind == Kind::full ? 0 : kRoomyBacklog)) {
-  if (kind == Kind::connects) {
-    return;
-  }
+DeafPort::DeafPort() : listener_(listenOnLoopback(0, 0)) {
   const sockaddr_in address = loopbackAddress(port());
   for (int i = 0; i < 4; ++i) {
     FileDescriptor filler(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));

@@ -6,15 +6,10 @@
 
 namespace seedmote::support {
 
-// A port of 127.0.0.1 where nobody ever says anything.
+// A port of 127.0.0.1 where a connection attempt is never answered, as by a host that is switched off.
 class DeafPort final {
  public:
-  enum class Kind {
-    connects,  // the system accepts, no byte ever comes
-    full       // a connection attempt is never answered, as by a host that is switched off
-  };
-
-  explicit DeafPort(Kind kind);
+  DeafPort();
   int port() const { return portOf(listener_); }
 
  private:

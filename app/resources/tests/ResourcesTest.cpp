@@ -18,10 +18,6 @@ bool isPicture(const std::string& name) {
                      [&name](const Picture& picture) { return picture.name == name; });
 }
 
-QImage largest(const std::string& name) {
-  return load(name, 3);
-}
-
 // The colour in which an image is drawn; every drawn pixel must have it.
 std::optional<QRgb> drawnIn(const QImage& image) {
   std::optional<QRgb> color;
@@ -48,8 +44,8 @@ TEST(RVRes, EveryImageIsThere) {
 
 TEST(RVRes, ASelectedIconIsTheSameDrawingInBlue) {
   for (int id = 1; id <= 7; ++id) {
-    const QImage plain = largest(RVRes::getImage(id).name);
-    const QImage selected = largest(RVRes::getImage(id + 10).name);
+    const QImage plain = load(RVRes::getImage(id).name, 3);
+    const QImage selected = load(RVRes::getImage(id + 10).name, 3);
     EXPECT_EQ(drawnIn(selected), qRgb(0, 0, 255)) << id;
     EXPECT_NE(drawnIn(plain), qRgb(0, 0, 255)) << id;
     EXPECT_EQ(plain.convertToFormat(QImage::Format_Alpha8), selected.convertToFormat(QImage::Format_Alpha8))
@@ -71,41 +67,42 @@ TEST(RVRes, UnknownIdsFallBack) {
 }
 
 TEST(RVRes, ColorsPatternsAndWords) {
-  EXPECT_EQ(static_cast<Color>(RVRes::getColor(32)), RVUtility::colorWithRed(240, 250, 254));
-  EXPECT_EQ(static_cast<Color>(RVRes::getColor(51)), RVUtility::colorWithGray(88));
-  EXPECT_EQ(static_cast<Color>(RVRes::getColor(52)), kBlue);
-  EXPECT_EQ(static_cast<Color>(RVRes::getColor(53)), (Color{1, 1, 1, 1}));
+  const std::pair<int, Color> colors[] = {{32, RVUtility::colorWithRed(240, 250, 254)},
+                                          {51, RVUtility::colorWithGray(88)},
+                                          {52, kBlue},
+                                          {53, {1, 1, 1, 1}}};
+  for (const auto& [id, color] : colors) EXPECT_EQ(static_cast<Color>(RVRes::getColor(id)), color) << id;
   for (const int id : {33, 34}) {
     const Paint paint = RVRes::getColor(id);
     EXPECT_TRUE(isPicture(paint.pattern)) << id;
     // The colour that stands in for the pattern is the one under its stripes.
-    EXPECT_EQ(QColor::fromRgbF(paint.red, paint.green, paint.blue).rgb(), largest(paint.pattern).pixel(12, 0))
-        << id;
+    EXPECT_EQ(QColor::fromRgbF(paint.red, paint.green, paint.blue).rgb(),
+              load(paint.pattern, 3).pixel(12, 0));
   }
-  EXPECT_EQ(RVRes::getColor(52).pattern, "");
   EXPECT_EQ(RVRes::getWording(4), "Finished");
   EXPECT_EQ(RVRes::getWording(105), "Daemon verion");
   EXPECT_EQ(RVRes::getWording(111), "Active time");
 }
 
 TEST(RVResource, FollowsStyleAndLanguage) {
-  for (const char* key :
-       {"All", "Paused", "Downloading", "Finished", "Seeding", "Verifying", "Waiting", "Refresh"})
-    EXPECT_TRUE(isPicture(RVResource::getIcon(key).value_or(""))) << key;
-  EXPECT_EQ(RVResource::getIcon("Finished"), "Ellegant_Finish_Stopped_44_44.png");
-  EXPECT_EQ(RVResource::getWording("Waiting"), "Waiting");
-  EXPECT_EQ(RVResource::getWording("Refresh"), std::nullopt);
-  RVResource::setStyle("Ellegant");
-  RVResource::setLang("Chinese");
-  EXPECT_EQ(RVResource::getIcon("Finished"), "Ellegant_Finish_Stopped_44_44.png");
-  EXPECT_EQ(RVResource::getIcon("Refresh"), "Ellegant_Refresh_22_22.png");
-  EXPECT_EQ(RVResource::getWording("Waiting"), "等待检查");
+  for (const char* style : {"Default", "Ellegant"}) {
+    RVResource::setStyle(style);
+    for (const char* key :
+         {"All", "Paused", "Downloading", "Finished", "Seeding", "Verifying", "Waiting", "Refresh"}) {
+      EXPECT_TRUE(isPicture(RVResource::getIcon(key).value_or(""))) << key;
+    }
+    EXPECT_EQ(RVResource::getIcon("Finished"), "Ellegant_Finish_Stopped_44_44.png");
+  }
   RVResource::setStyle("Plain");
-  RVResource::setLang("");
   EXPECT_EQ(RVResource::getIcon("All"), std::nullopt);
-  EXPECT_EQ(RVResource::getWording("All"), std::nullopt);
   RVResource::setStyle("Default");
-  RVResource::setLang("English");
+  const std::pair<const char*, std::optional<std::string>> waiting[] = {
+      {"Chinese", "等待检查"}, {"", std::nullopt}, {"English", "Waiting"}};
+  for (const auto& [language, words] : waiting) {
+    RVResource::setLang(language);
+    EXPECT_EQ(RVResource::getWording("Waiting"), words);
+    EXPECT_EQ(RVResource::getWording("Refresh"), std::nullopt);
+  }
 }
 
 }  // namespace

@@ -122,8 +122,8 @@ TEST(CurlHttpError, AConnectionThatWorkedOnceIsNotSilentForWantOfTls) {
 TEST(CurlHttpError, WhereNothingIsSent) {
   const FakeNames names;
   CurlHttp http;
-  const DeafPort silent(DeafPort::Kind::connects);
-  const DeafPort off(DeafPort::Kind::full);
+  const support::FileDescriptor silent = support::listenOnLoopback(0, 16);
+  const DeafPort off;
   LoopbackDaemon plain;
   LoopbackDaemon tls({.tls = true});
   LoopbackDaemon strict({.tls = true, .demandClientCertificate = true});
@@ -145,8 +145,8 @@ TEST(CurlHttpError, WhereNothingIsSent) {
       {"http://nowhere.invalid/x", HttpError::unknownHost},
       {onPort("http", closedPort()), HttpError::refused},
       {onPort("https", closedPort()), HttpError::refused},
-      {onPort("http", silent.port()), HttpError::timedOut},
-      {onPort("https", silent.port()), HttpError::timedOut},
+      {onPort("http", portOf(silent)), HttpError::timedOut},
+      {onPort("https", portOf(silent)), HttpError::timedOut},
       {onPort("http", off.port()), HttpError::timedOut},
       {onPort("https", plain.port()), HttpError::noTls},
       {onPort("http", tls.port()), HttpError::silent},
@@ -163,8 +163,8 @@ TEST(CurlHttpError, WhereNothingIsSent) {
 
 TEST(CurlHttpCancel, EndsAnExchangeInEveryPhase) {
   FakeNames names;
-  const DeafPort off(DeafPort::Kind::full);
-  const DeafPort silent(DeafPort::Kind::connects);
+  const DeafPort off;
+  const support::FileDescriptor silent = support::listenOnLoopback(0, 16);
   LoopbackDaemon daemon;
   struct Case {
     std::string name;
@@ -174,8 +174,8 @@ TEST(CurlHttpCancel, EndsAnExchangeInEveryPhase) {
   const auto askedOnce = [&] { ASSERT_TRUE(daemon.waitForRequests(1)); };
   const std::vector<Case> cases = {
       {"look-up", "http://slow.invalid/", [&] { names.waitForHanging(); }},
-      {"connect", "http://127.0.0.1:" + std::to_string(off.port()), [] {}},
-      {"TLS hello", "https://127.0.0.1:" + std::to_string(silent.port()), [] {}},
+      {"connect", onPort("http", off.port()), [] {}},
+      {"TLS hello", onPort("https", portOf(silent)), [] {}},
       {"waiting", daemon.url("/hang"), askedOnce},
       {"slow body", daemon.url("/slow"), askedOnce},
       {"endless body", daemon.url("/endless"), askedOnce},

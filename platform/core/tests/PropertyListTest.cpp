@@ -46,15 +46,6 @@ TEST(PropertyList, WhatIsNoPropertyListIsRefusedWithAReason) {
   }
 }
 
-TEST(PropertyList, AMissingEntryIsAbsentHoweverItIsAskedFor) {
-  const PropertyList list(
-      Dictionary{{"Port", Dictionary{{"Value", "9091"}}}, {"Count", PropertyList::integer(7)}});
-  EXPECT_EQ(list["Port"]["Value"].asText(), "9091");
-  EXPECT_EQ(list["Count"].asText(), "7");
-  EXPECT_TRUE(list["Port"]["Value"]["Value"]["deeper"].isAbsent());
-  EXPECT_EQ(list["Port"].asText(), std::nullopt);
-}
-
 TEST(PropertyList, DescriptionsHidePasswordsAtAnyDepth) {
   const Dictionary password{
       {"Title", "Password"}, {"ValueType", "PasswordBox"}, {"Value", "geheim"}, {"DefaultValue", "leicht"}};
