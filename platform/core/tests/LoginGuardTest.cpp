@@ -107,12 +107,17 @@ TEST_F(LoginGuardTest, AFourthRequestWaitsForTheThreeThatCouldBeRefused) {
   EXPECT_EQ(three.front().get().body, "from the server");
 }
 
-TEST_F(LoginGuardTest, AFourthRequestGoesOnceNothingIsWrong) {
+TEST_F(LoginGuardTest, OthersGoOnceNothingIsWrong) {
   alwaysAnswer(200);
   const auto three = sendThree();
-  auto fourth = askMeanwhile(Origin::timer, 20);
+  std::vector<std::future<HttpAnswer>> others;
+  for (int i = 0; i < 20; ++i) {
+    others.push_back(askMeanwhile(Origin::timer));
+  }
   http.release();
-  EXPECT_EQ(fourth.get().body, "from the server");
+  for (auto& other : others) {
+    EXPECT_EQ(other.get().body, "from the server");
+  }
   const double timeout = http.requests().back().timeoutSeconds;
   EXPECT_TRUE(timeout > 0 && timeout <= 20) << timeout;
 }
@@ -170,15 +175,6 @@ TEST_F(LoginGuardTest, ManyThreadsTogetherAreRefusedThreeTimesForEachAct) {
     timer.join();
   }
   EXPECT_LE(http.requests().size(), 3U * (kActs + 1));
-  alwaysAnswer(200);
-  guard.userActed();
-  std::vector<std::future<HttpAnswer>> all;
-  for (int i = 0; i < 40; ++i) {
-    all.push_back(askMeanwhile(Origin::timer));
-  }
-  for (auto& one : all) {
-    EXPECT_EQ(one.get().status, 200) << "nobody is kept back while nothing is wrong";
-  }
 }
 
 }  // namespace
