@@ -1,11 +1,16 @@
 #include "tests/support/RealDaemon.h"
 
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
+#include <functional>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 #include "tests/support/DeafPort.h"
@@ -15,8 +20,18 @@ namespace seedmote::support {
 namespace {
 
 constexpr const char* kProgram = "/usr/bin/transmission-daemon";
-constexpr int kPatience = 20'000;  // milliseconds
-constexpr int kPollEvery = 5;      // milliseconds
+
+// Whether `done` became true in good time.
+bool poll(const std::function<bool()>& done) {
+  constexpr auto kPollEvery = std::chrono::milliseconds(5);
+  for (int turn = 0; turn < 4000; ++turn) {
+    if (done()) {
+      return true;
+    }
+    std::this_thread::sleep_for(kPollEvery);
+  }
+  return false;
+}
 
 std::string quoted(const std::string& text) {
   return "\"" + text + "\"";
@@ -42,12 +57,6 @@ std::string RealDaemon::absence() {
 RealDaemon::RealDaemon(Options options) : options_(std::move(options)), port_(closedPort()) {
   std::filesystem::create_directories(downloads());
   writeSettings();
-  process_.setProgram(QString::fromLatin1(kProgram));
-  process_.setArguments({QStringLiteral("-f"), QStringLiteral("-g"), folder_.path()});
-  process_.setProcessChannelMode(QProcess::MergedChannels);
-  process_.setStandardOutputFile(folder_.filePath(QStringLiteral("output")), QIODevice::Append);
-  // A test program that crashes leaves no daemon behind.
-  process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
   start();
 }
 
@@ -70,12 +79,34 @@ void RealDaemon::writeSettings() const {
 }
 
 void RealDaemon::start() {
-  process_.start();
-  for (int waited = 0; !isReady(); waited += kPollEvery) {
-    if (process_.waitForFinished(kPollEvery) || waited > kPatience) {
-      throw std::runtime_error("transmission-daemon did not become ready on port " + std::to_string(port_));
-    }
+  launch();
+  if (!poll([this] { return isReady() || hasEnded(); }) || process_ < 0) {
+    stop();
+    throw std::runtime_error("transmission-daemon did not become ready on port " + std::to_string(port_));
   }
+}
+
+// Not by way of Qt: ThreadSanitizer loses the thread that starts a process so.
+void RealDaemon::launch() {
+  const std::string folder = folder_.path().toStdString();
+  const std::string output = inFolder("output");
+  process_ = fork();
+  if (process_ != 0) {
+    return;
+  }
+  prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test program that crashes leaves no daemon behind
+  const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
+  dup2(log, STDOUT_FILENO);
+  dup2(log, STDERR_FILENO);
+  execl(kProgram, kProgram, "-f", "-g", folder.c_str(), static_cast<char*>(nullptr));
+  _exit(127);
+}
+
+bool RealDaemon::hasEnded() {
+  if (process_ > 0 && waitpid(process_, nullptr, WNOHANG) != 0) {
+    process_ = -1;
+  }
+  return process_ < 0;
 }
 
 // Another daemon may sit on the port, and this one loads its torrents after it has begun to answer.
@@ -90,10 +121,12 @@ bool RealDaemon::isReady() {
 }
 
 void RealDaemon::stop() {
-  process_.terminate();
-  if (!process_.waitForFinished(kPatience)) {
-    process_.kill();
-    process_.waitForFinished();
+  if (process_ > 0) {
+    kill(process_, SIGTERM);
+  }
+  if (!poll([this] { return hasEnded(); })) {
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include <sys/types.h>
+
 #include <QTemporaryDir>
 #include <filesystem>
 #include <string>
@@ -47,13 +48,15 @@ class RealDaemon final {
   std::string inFolder(const char* name) const;
   void writeSettings() const;
   void start();
+  void launch();
   void stop();
+  bool hasEnded();
   bool isReady();
   platform::HttpAnswer post(const std::string& body);
 
   Options options_;
   QTemporaryDir folder_;
-  QProcess process_;
+  pid_t process_ = -1;
   int port_ = 0;
   std::size_t torrents_ = 0;
   std::string sessionId_;
