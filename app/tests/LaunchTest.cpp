@@ -14,6 +14,12 @@
 namespace seedmote {
 namespace {
 
+#ifdef __SANITIZE_THREAD__
+constexpr int kEndsWithin = 5000;  // the sanitizer's own work at the program's end
+#else
+constexpr int kEndsWithin = 1000;  // milliseconds
+#endif
+
 using support::LoopbackDaemon;
 using testing::HasSubstr;
 using testing::Not;
@@ -119,7 +125,7 @@ TEST_F(LaunchTest, TheProgramEndsAtOnceInTheMiddleOfARequest) {
   ending.start();
   program.terminate();
   EXPECT_TRUE(program.waitForFinished(30'000));
-  EXPECT_LT(ending.elapsed(), 1000);
+  EXPECT_LT(ending.elapsed(), kEndsWithin);
   EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
   EXPECT_EQ(program.exitCode(), 0);
 }
