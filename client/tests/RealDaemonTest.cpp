@@ -63,7 +63,7 @@ TEST_F(RealDaemonTest, ItsListIsReadAlsoAfterItsRestart) {
 
 TEST_F(RealDaemonTest, ItRefusesAWrongPassword) {
   SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon({.credentials = "user:söcrét:x", .moreSettings = ""});
+  RealDaemon daemon({.credentials = "user:söcrét:x"});
   user = "user";
   password = "wrong";
   useDaemonAt(daemon.port());

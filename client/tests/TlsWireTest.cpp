@@ -25,7 +25,6 @@ class TlsWireTest : public WireFixture {
 
 TEST_F(TlsWireTest, TheRealDaemonBehindASelfSignedFront) {
   SEEDMOTE_NEEDS_REAL_DAEMON();
-  SEEDMOTE_NEEDS_TLS_FRONT();
   RealDaemon daemon;
   daemon.addTorrents(2);
   const TlsFront front(daemon.port());

@@ -70,7 +70,7 @@ void RealDaemon::writeSettings() const {
   file << "{\n \"rpc-authentication-required\": " << (options_.credentials.empty() ? "false" : "true")
        << ", \"rpc-username\": " << quoted(options_.credentials.substr(0, colon))
        << ",\n \"rpc-password\": " << quoted(options_.credentials.substr(colon + 1)) << ",\n"
-       << options_.moreSettings << " \"rpc-bind-address\": \"127.0.0.1\", \"rpc-whitelist\": \"127.0.0.1\",\n"
+       << " \"rpc-bind-address\": \"127.0.0.1\", \"rpc-whitelist\": \"127.0.0.1\",\n"
        << " \"rpc-port\": " << port_ << ", \"peer-port\": " << closedPort() << ",\n"
        << " \"bind-address-ipv4\": \"127.0.0.1\", \"bind-address-ipv6\": \"::1\",\n"
        << " \"dht-enabled\": false, \"lpd-enabled\": false, \"pex-enabled\": false, \"utp-enabled\": false,\n"

@@ -19,8 +19,7 @@ namespace seedmote::support {
 class RealDaemon final {
  public:
   struct Options {
-    std::string credentials{};   // "user:password"; empty: no authentication
-    std::string moreSettings{};  // members for settings.json, each with a comma behind it
+    std::string credentials{};  // "user:password"; empty: no authentication
   };
 
   RealDaemon() : RealDaemon(Options{}) {}

@@ -21,6 +21,3 @@ class TlsFront final {
 };
 
 }  // namespace seedmote::support
-
-// Nothing more than a loopback port is needed.
-#define SEEDMOTE_NEEDS_TLS_FRONT() static_cast<void>(0)
