@@ -172,7 +172,7 @@ void MainThread::Impl::waitFor(const Work& job) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   }
   worker_.finish();  // when the program quits the job is cancelled, and ends at once
-  if (swallows && swallows()) {
+  if (owner_.swallowsInput()) {
     owner_.deliverHeldInput();
   }
   waiting = false;
@@ -243,6 +243,10 @@ void MainThread::deliverHeldInput() {
   if (impl_->waiting) {
     QCoreApplication::processEvents(QEventLoop::AllEvents);
   }
+}
+
+bool MainThread::swallowsInput() const {
+  return impl_->swallows && impl_->swallows();
 }
 
 void MainThread::setSwallowsInput(std::function<bool()> swallows) {

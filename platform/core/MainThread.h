@@ -72,6 +72,8 @@ class MainThread final {
 
   // Says whether something in front swallows touches now; asked at the end of a wait.
   void setSwallowsInput(std::function<bool()> swallows);
+  // For what comes to a screen past that which lies in front, as accessibility actions do.
+  bool swallowsInput() const;
 
   // Called with what an entry or a background thread raised, after its log line; on the main thread.
   void setRaisedHandler(std::function<void(std::exception_ptr)> handler);

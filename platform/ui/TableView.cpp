@@ -188,7 +188,7 @@ void TableView::selectRow(int row, bool animated, ScrollPosition position) {
 
 void TableView::tapRow(int row) {
   const LiveRow* live = findLive(row);
-  if (live == nullptr) {
+  if (live == nullptr || services().main.swallowsInput()) {
     return;
   }
   services().main.enter(

@@ -174,6 +174,12 @@ TEST_F(TableViewTest, AWaitingTapIsDroppedWhenTheRowShowsSomethingElse) {
   settle();
   EXPECT_THAT(controller.notes, ElementsAre("select 4"));
 
+  services.main.setSwallowsInput([] { return true; });  // a message lies in front
+  table.tapRow(4);
+  services.main.setSwallowsInput(nullptr);
+  settle();
+  EXPECT_THAT(controller.notes, ElementsAre("select 4"));
+
   controller.notes.clear();
   table.tapRow(4);
   controller.rows = 3;
