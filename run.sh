@@ -4,7 +4,7 @@ set -uo pipefail
 
 usage() {
   cat <<'TEXT'
-./run.sh [--host HOST[:PORT]] [--user USER] [-- OPTION...]
+./run.sh [--host HOST[:PORT] [--user USER] [--ssl]] [-- OPTION...]
 
 Installs what is missing (Debian 12, root or sudo), builds Seedmote and starts it. Without options it starts
 together with a private daemon and sample torrents, which nobody else can reach and which go with it.
@@ -12,6 +12,7 @@ together with a private daemon and sample torrents, which nobody else can reach 
   --host HOST[:PORT]  use your own Transmission daemon; the port is 9091 unless given. An IPv6 address stands
                       in brackets: [fd00::5]:9091
   --user USER         the user to log in as; the password is asked for, or read from standard input
+  --ssl               the daemon is reached by SSL, through a web server in front of it
   --help              this text
   -- OPTION...        the rest goes to Seedmote itself, for example: -- --idiom phone
 
@@ -26,7 +27,7 @@ source tools/common.sh
 
 build=build/release
 program=$PWD/$build/app/seedmote
-host='' port='' user='' password=''
+host='' port='' user='' password='' ssl=False
 passed_on=()
 folder='' # of this run: its settings, and the private daemon's data
 daemon_pid='' program_pid=''
@@ -59,6 +60,7 @@ read_options() {
         if [ "$1" = --host ]; then read_host "$2"; else user=$2; fi
         shift
         ;;
+      --ssl) ssl=True ;;
       --help | -h)
         usage
         exit 0
@@ -72,6 +74,7 @@ read_options() {
     shift
   done
   [ -z "$user" ] || [ -n "$host" ] || wrong_use "--user goes with --host"
+  [ $ssl = False ] || [ -n "$host" ] || wrong_use "--ssl goes with --host"
 }
 
 # One line of standard input, without an echo when that is a terminal.
@@ -135,7 +138,7 @@ store_settings() {
   fi
   local version
   version=$("$program" --version) || fail 1 "Seedmote does not start; see above"
-  printf '%s\n' "$password" | "$program" --set "IP Address=$host" --set "Port=$port" --set "UseSSL=False" \
+  printf '%s\n' "$password" | "$program" --set "IP Address=$host" --set "Port=$port" --set "UseSSL=$ssl" \
     --set "Username=$user" --set "Password=-" --set "FirstRun=3" --set "SavedVersion=${version##* }" ||
     fail 1 "the settings could not be stored; see above"
 }
@@ -163,11 +166,13 @@ save_picture() {
   local status=$?
   case $status in
     0)
+      [ -e "$folder/picture.png" ] || fail 1 "Seedmote ended without a picture of its list"
       mv -f -- "$folder/picture.png" "$picture" || fail 1 "the picture could not be saved as $picture"
       say "Saved $picture."
       ;;
     2 | 3 | 4) # said in one sentence, after the log or without any
       grep '^seedmote: ' "$folder/log" >&2 || cat "$folder/log" >&2
+      say "No picture was saved."
       exit "$status"
       ;;
     124 | 137)

@@ -119,10 +119,10 @@ class RunTest(unittest.TestCase):
         self.assertIn("--host HOST[:PORT]", self.output)
 
     def test_own_daemon(self):
-        status = self.run_it("--host=[fe80::1]:09092", "--user", "me", "--", "--idiom", "a b", given="p w=-\n", STATUS="7")
+        status = self.run_it("--host=[fe80::1]:09092", "--ssl", "--user", "me", "--", "--idiom", "a b", given="p w=-\n", STATUS="7")
         self.assertEqual(status, 7)
         settings, stored = self.settings()
-        self.assertEqual(settings, {"IP Address": "[fe80::1]", "Port": "9092", "UseSSL": "False", "Username": "me",
+        self.assertEqual(settings, {"IP Address": "[fe80::1]", "Port": "9092", "UseSSL": "True", "Username": "me",
                                     "Password": "-", "FirstRun": "3", "SavedVersion": "7.8.9"})
         self.assertEqual(stored["input"], "p w=-\n")
         self.assertEqual(stored["mode"], stat.S_IRWXU)
