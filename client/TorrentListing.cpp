@@ -20,16 +20,26 @@ TorrentListing::Listed TorrentListing::listed() const {
   return list_;
 }
 
+// A long table asks for these row by row: nothing is copied that is not asked for.
+
 json::Value TorrentListing::torrents() const {
-  return listed().torrents;
+  const std::lock_guard lock(torrentListLock_);
+  return list_.torrents;
 }
 
 TorrentListing::SessionID TorrentListing::session() const {
-  return listed().session;
+  const std::lock_guard lock(torrentListLock_);
+  return list_.session;
 }
 
 std::uint64_t TorrentListing::version() const {
-  return listed().version;
+  const std::lock_guard lock(torrentListLock_);
+  return list_.version;
+}
+
+std::int64_t TorrentListing::selectedID() const {
+  const std::lock_guard lock(torrentListLock_);
+  return selection_.id;
 }
 
 void TorrentListing::replace(json::Value torrents) {
@@ -44,7 +54,7 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
                            std::optional<std::uint64_t> onlyAfter) {
   json::Value old = torrents;
   while (true) {
-    const std::int64_t id = selection().id;
+    const std::int64_t id = selectedID();
     const json::ValueRef now = id == kNoTorrentID ? json::ValueRef() : torrentWithID(torrents, id);
     const std::lock_guard lock(torrentListLock_);
     if (onlyAfter && list_.version != *onlyAfter) {

@@ -43,6 +43,7 @@ class TorrentListing final {
   // Selects what a row shows. Answers false, and selects nothing, when the list has another torrent under
   // that id by now.
   bool select(const TorrentIdentity& shown);
+  std::int64_t selectedID() const;
   TorrentSelection selection() const;
   // The selection that `id` would be now.
   TorrentSelection find(std::int64_t id) const;

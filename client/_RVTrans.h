@@ -85,7 +85,7 @@ class _RVTrans final {
   void catchUp();
 
   // The selected torrent's id; kNoSelection for none. See TorrentListing.
-  std::int64_t selectedidx() const { return listing_.selection().id; }
+  std::int64_t selectedidx() const { return listing_.selectedID(); }
   void setSelectedidx(std::int64_t torrent) { listing_.select(torrent); }
   // What a row shows; false when the list has another torrent there by now.
   bool select(const TorrentIdentity& shown) { return listing_.select(shown); }

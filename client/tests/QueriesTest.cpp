@@ -109,12 +109,6 @@ TEST_F(QueriesTest, OnlyAListThatCameEmptySaysThatThereAreNoTorrents) {
   }
 }
 
-TEST_F(QueriesTest, AnUpdateThatRaisesIsOver) {
-  enqueue({page(409, "no code element")});
-  EXPECT_THROW(client.updateAllTorrents(), std::out_of_range);
-  EXPECT_FALSE(client.isUpdating());
-}
-
 TEST_F(QueriesTest, ADetailAnswerFillsItsPartOfTheRecord) {
   enqueue({page(
       200,
@@ -177,15 +171,6 @@ TEST_F(FacadeTest, ARefreshShowsItsMessagesAndIsSkippedWhileOneRuns) {
   EXPECT_FALSE(RVTrans::isUpdating());
 }
 
-TEST_F(FacadeTest, TheSelectionDecidesWhichDetailsAreFetched) {
-  answerLikeADaemon();
-  connect();
-  RVTrans::selectTorrent(2);
-  EXPECT_EQ(RVTrans::getTorrentSelection(), 2);
-  EXPECT_NE(RVTrans::getTorrentInfo(), nullptr);
-  EXPECT_NE(bodies().back().find("\"ids\":[2]"), std::string::npos);
-}
-
 TEST_F(FacadeTest, StatisticsComeFreshWithEachCall) {
   answerLikeADaemon();
   connect();
@@ -195,19 +180,6 @@ TEST_F(FacadeTest, StatisticsComeFreshWithEachCall) {
   EXPECT_EQ(session->torrentCount, 7);
   EXPECT_EQ(session->ipaddress.get(), "10.0.0.7:9091");
   EXPECT_EQ(RVTrans::getSessionStatus(), session) << "one record, overwritten in place";
-}
-
-TEST_F(FacadeTest, AStaleSessionLosesOneAnswerAndTheNextIsThere) {
-  answerLikeADaemon();
-  connect();
-  services.scripted.setHandler([](const platform::HttpRequest& request) {
-    return request.headers.at(0).value == "next" ? page(200, kListAnswer) : page(409, sessionPage("next"));
-  });
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U);
-  EXPECT_EQ(RVTrans::listOutcome().condition, DaemonCondition::newSession);
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 2U);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <thread>
 
 #include "client/tests/ClientFixture.h"
 #include "platform/core/CurlHttp.h"
@@ -77,31 +76,6 @@ TEST_F(RVDownloadTest, ANewDownloadBlocksAgainAndAFailedOneKeepsTheOldBytes) {
   EXPECT_EQ(download.resData(), "first");
   fetch();
   EXPECT_EQ(download.getDownloadFile(), "third");
-}
-
-TEST_F(RVDownloadTest, TheMainThreadLooksOnceASecondWhileTheWindowLives) {
-  services.scripted.hold();
-  enqueue({page(200, "bytes")});
-  RVDownload download;
-  download.downloadFile(kUrl);
-  std::atomic<bool> painted{false};
-  services.main.post([&] { painted = true; }, platform::MainThread::Lane::overlay);
-  std::thread time([&] {
-    const auto await = [](const std::function<bool()>& ready) {
-      while (!ready()) {
-        std::this_thread::yield();
-      }
-    };
-    await([&] { return painted && services.clock.sleeping() == 1; });
-    services.clock.advanceSeconds(1);
-    await([&] { return lines.count(kWaiting) == 1 && services.clock.sleeping() == 1; });
-    services.scripted.release();
-    await([&] { return !download.blocking(); });
-    services.clock.advanceSeconds(1);
-  });
-  EXPECT_EQ(download.getDownloadFile(), "bytes");
-  EXPECT_EQ(lines.count(kWaiting), 2) << "looks once a second, and only then";
-  time.join();
 }
 
 TEST_F(RVDownloadTest, WhatNeverSucceedsIsWaitedForUntilTheProgramEnds) {

@@ -1,15 +1,12 @@
 #include "client/tests/WireFixture.h"
-#include "tests/support/LoopbackDaemon.h"
 #include "tests/support/RealDaemon.h"
 #include "tests/support/TlsFront.h"
 
 namespace seedmote {
 namespace {
 
-using support::LoopbackDaemon;
 using support::RealDaemon;
 using support::TlsFront;
-namespace replies = support::replies;
 
 class TlsWireTest : public WireFixture {
  protected:
@@ -41,16 +38,6 @@ TEST_F(TlsWireTest, TheRealDaemonBehindASelfSignedFront) {
   EXPECT_EQ(connectAnew(front.port(), "False"), DaemonCondition::closedUnanswered);
   EXPECT_EQ(connectAnew(daemon.port(), "True"), DaemonCondition::noTls);
   EXPECT_EQ(connectAnew(daemon.port(), "False"), DaemonCondition::answered);
-}
-
-TEST_F(TlsWireTest, PlainHttpWhereTlsIsExpectedIsSaidAsSurelyAsItIsKnown) {
-  LoopbackDaemon tls({.tls = true});
-  EXPECT_EQ(connectAnew(tls.port(), "False"), DaemonCondition::closedUnanswered);
-  LoopbackDaemon other;
-  other.setReply(replies::raw(std::string("\x15\x03\x03\x00\x02\x02\x0a", 7)));
-  EXPECT_EQ(connectAnew(other.port(), "False"), DaemonCondition::needsTls);
-  other.setReply(replies::closing(replies::html(400, "The plain HTTP request was sent to HTTPS port")));
-  EXPECT_EQ(connectAnew(other.port(), "False"), DaemonCondition::needsTls);
 }
 
 }  // namespace

@@ -126,21 +126,6 @@ TEST_F(TransportTest, AConflictWhoseBodyBrokeOffLeavesTheIdAbsentAndTheNextAnswe
   EXPECT_EQ(header(2, 0), "X-Transmission-Session-Id=abc");
 }
 
-TEST_F(TransportTest, AFailedExchangeIsAnEmptyResult) {
-  enqueue({failure(HttpError::refused), page(200, "\xff\xfe"), page(500, "no")});
-  const RVSOAPResult refused = client.sendCommandStringRetry("text");
-  EXPECT_EQ(refused.statuscode, "0");
-  EXPECT_EQ(refused.response, std::nullopt);
-  EXPECT_TRUE(refused.getResponseDict().isAbsent());
-  EXPECT_TRUE(lines.contains("resString = \n(null)\n"));
-  EXPECT_TRUE(lines.contains("satuscode = 0\n"));
-  EXPECT_EQ(refused.outcome.condition, DaemonCondition::nobodyListens);
-  const RVSOAPResult notText = client.sendCommandStringRetry("text");
-  EXPECT_EQ(notText.statuscode, "200");
-  EXPECT_EQ(notText.response, std::nullopt);
-  EXPECT_EQ(client.sendCommandStringRetry("text").response, "no");
-}
-
 TEST_F(TransportTest, TheCountdownCountsEachSecondAndEndsWithItsExchange) {
   services.scripted.hold();
   services.scripted.setHandler([](const auto&) { return page(200, "{}"); });

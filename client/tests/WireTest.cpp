@@ -41,13 +41,6 @@ TEST_F(WireTest, AStartSendsTheseRequestsOverOneConnection) {
   EXPECT_EQ(daemon.connections(), 1);
 }
 
-TEST_F(WireTest, AnyCertificateIsAccepted) {
-  LoopbackDaemon daemon({.tls = true});
-  useDaemonAt(daemon.port(), "True");
-  attempt();
-  EXPECT_TRUE(RVTrans::isConnected());
-}
-
 TEST_F(WireTest, ATimersPollGivesUpARefusedLoginUntilTheUserActs) {
   LoopbackDaemon daemon;
   user = "user";
@@ -79,17 +72,6 @@ TEST_F(WireTest, ATimersPollGivesUpARefusedLoginUntilTheUserActs) {
   RVTrans::updateAllTorrents();
   pass(2);
   EXPECT_EQ(daemon.requests().size(), 9U) << "a login that is taken ends it";
-}
-
-TEST_F(WireTest, QuittingEndsAHangingRequest) {
-  LoopbackDaemon daemon;
-  daemon.setReply(replies::hang());
-  useDaemonAt(daemon.port());
-  RVTrans::init();
-  ASSERT_TRUE(daemon.waitForRequests(1));
-  services.main.quit();
-  EXPECT_TRUE(services.threads.join(std::chrono::seconds(20)));
-  EXPECT_EQ(daemon.requests().size(), 1U) << "nothing more is sent";
 }
 
 }  // namespace

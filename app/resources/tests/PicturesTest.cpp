@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QPainter>
 #include <algorithm>
 #include <cmath>
 
-#include "app/resources/tests/Pictures.h"
+#include "app/resources/Pictures.h"
 
 namespace seedmote {
 namespace {
@@ -58,47 +57,6 @@ TEST(Pictures, NoTwoAreTheSame) {
     for (std::size_t j = i + 1; j < all.size(); ++j) {
       EXPECT_NE(load(all[i].name, 1), load(all[j].name, 1)) << all[i].name << " and " << all[j].name;
     }
-  }
-}
-
-TEST(Pictures, PatternsTileWithoutSeams) {
-  for (const Picture& picture : pictures()) {
-    if (picture.kind != Kind::kPattern) continue;
-    for (int scale = 1; scale <= 3; ++scale) {
-      const QImage tile = load(picture.name, scale);
-      const int size = tile.width();
-      // The stripes run up to the right; going along one, over the edges too, the colour stays.
-      for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x)
-          EXPECT_LE(
-              std::abs(qGray(tile.pixel(x, y)) - qGray(tile.pixel((x + 1) % size, (y + size - 1) % size))), 1)
-              << picture.name << " " << scale << " at " << x << "," << y;
-      EXPECT_NE(tile.pixel(0, 0), tile.pixel(size / 2, 0)) << picture.name;
-    }
-  }
-}
-
-TEST(Pictures, TheSwitchFitsTogether) {
-  for (int scale = 1; scale <= 3; ++scale) {
-    const QImage mask = load("square-switch-mask.png", scale);
-    const QImage overlay = load("square-switch-overlay.png", scale);
-    const QImage track = load("square-switch-track.png", scale);
-    const auto outline = [](const QImage& image, int y) {
-      int left = 0;
-      while (left < image.width() && alpha(image, left, y) == 0) ++left;
-      return left;
-    };
-    for (int y = 0; y < mask.height(); ++y) {
-      EXPECT_EQ(outline(mask, y), outline(overlay, y)) << scale << " row " << y;
-      EXPECT_EQ(alpha(track, 0, y) + alpha(track, track.width() - 1, y), 2 * 255);
-    }
-    EXPECT_GT(outline(mask, 0), 0) << "the corners are round";
-    // The thumb's centre stands 13.5 points from either end; the track, centred on it, reaches the other.
-    EXPECT_GE(track.width(), 2 * (76 - 13.5) * scale);
-    // Its two colours meet in the middle, under the thumb.
-    const int middle = track.width() / 2;
-    EXPECT_EQ(track.pixel(0, 0), track.pixel(middle - 2, 0)) << scale;
-    EXPECT_NE(track.pixel(0, 0), track.pixel(middle + 2, 0)) << scale;
   }
 }
 

@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QColor>
 #include <QImage>
 #include <algorithm>
 
+#include "app/resources/Pictures.h"
 #include "app/resources/RVRes.h"
 #include "app/resources/RVResource.h"
-#include "app/resources/tests/Pictures.h"
 
 namespace seedmote {
 namespace {
@@ -64,24 +63,6 @@ TEST(RVRes, UnknownIdsFallBack) {
   for (const int id : {0, 31, 35, 54})
     EXPECT_EQ(static_cast<Color>(RVRes::getColor(id)), (Color{0, 0, 0, 1}));
   for (const int id : {0, 8, 100, 112}) EXPECT_EQ(RVRes::getWording(id), "");
-}
-
-TEST(RVRes, ColorsPatternsAndWords) {
-  const std::pair<int, Color> colors[] = {{32, RVUtility::colorWithRed(240, 250, 254)},
-                                          {51, RVUtility::colorWithGray(88)},
-                                          {52, kBlue},
-                                          {53, {1, 1, 1, 1}}};
-  for (const auto& [id, color] : colors) EXPECT_EQ(static_cast<Color>(RVRes::getColor(id)), color) << id;
-  for (const int id : {33, 34}) {
-    const Paint paint = RVRes::getColor(id);
-    EXPECT_TRUE(isPicture(paint.pattern)) << id;
-    // The colour that stands in for the pattern is the one under its stripes.
-    EXPECT_EQ(QColor::fromRgbF(paint.red, paint.green, paint.blue).rgb(),
-              load(paint.pattern, 3).pixel(12, 0));
-  }
-  EXPECT_EQ(RVRes::getWording(4), "Finished");
-  EXPECT_EQ(RVRes::getWording(105), "Daemon verion");
-  EXPECT_EQ(RVRes::getWording(111), "Active time");
 }
 
 TEST(RVResource, FollowsStyleAndLanguage) {

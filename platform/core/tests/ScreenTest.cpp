@@ -53,26 +53,6 @@ TEST(Screen, IsMeasuredUprightWhicheverWayItIsRead) {
   }
 }
 
-TEST(Screen, TellsThoseWhoListenWhatHasChanged) {
-  Screen screen({768, 1024});
-  int resized = 0;
-  int turned = 0;
-  Subscription resizing;
-  resizing = screen.onResize([&] {
-    ++resized;
-    resizing.reset();
-  });
-  const Subscription turning = screen.onOrientationChange([&] { ++turned; });
-  screen.setSizeAsRead({1024, 768});
-  EXPECT_EQ(resized, 0) << "as before";
-  screen.setSizeAsRead({1024, 640});
-  screen.setSizeAsRead({1024, 600});
-  EXPECT_EQ(resized, 1) << "ended by the listener";
-  screen.setInterfaceOrientation(InterfaceOrientation::landscapeLeft);
-  screen.setInterfaceOrientation(InterfaceOrientation::landscapeLeft);
-  EXPECT_EQ(turned, 1);
-}
-
 TEST(Keyboard, SaysThatItComesGrowsAndGoes) {
   using Kind = KeyboardNotice::Kind;
   struct Heard {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/resources/tests/Pictures.h"
+#include "app/resources/Pictures.h"
 
 namespace seedmote {
 namespace {
