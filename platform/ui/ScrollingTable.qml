@@ -8,6 +8,7 @@ Item {
 
     required property TableView table
     required property Component delegate
+    property Component headerDelegate: null
     property string label
     default property alias emptySlot: empty.data
     property alias header: header.data
@@ -75,6 +76,7 @@ Item {
             contentY: flickable.contentY
             table: root.table
             delegate: root.delegate
+            headerDelegate: root.headerDelegate
         }
     }
 

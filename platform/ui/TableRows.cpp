@@ -5,6 +5,8 @@
 #include <QQmlEngine>
 #include <utility>
 
+#include "platform/ui/GroupedTable.h"
+
 namespace seedmote::platform {
 
 TableRows::TableRows(QQuickItem* parent) : QQuickItem(parent) {
@@ -33,9 +35,17 @@ void TableRows::setTable(TableView* table) {
 }
 
 void TableRows::setDelegate(QQmlComponent* delegate) {
-  if (delegate_ != delegate) {
+  changeDelegate(delegate_, delegate);
+}
+
+void TableRows::setHeaderDelegate(QQmlComponent* delegate) {
+  changeDelegate(headerDelegate_, delegate);
+}
+
+void TableRows::changeDelegate(QPointer<QQmlComponent>& delegate, QQmlComponent* wanted) {
+  if (delegate != wanted) {
     dropDelegates();
-    delegate_ = delegate;
+    delegate = wanted;
     showLiveRows();
     Q_EMIT delegateChanged();
   }
@@ -72,20 +82,22 @@ void TableRows::dropDelegates() {
   }
 }
 
+QQmlComponent* TableRows::delegateFor(const TableViewCell* cell) const {
+  return qobject_cast<const TableHeaderCell*>(cell) != nullptr ? headerDelegate_ : delegate_;
+}
+
 QQuickItem* TableRows::makeDelegate(TableViewCell* cell) {
-  QQmlContext* context = delegate_ ? delegate_->creationContext() : nullptr;
-  if (context == nullptr) {
-    context = qmlContext(this);
+  QQmlComponent* delegate = delegateFor(cell);
+  if (delegate == nullptr) {
+    return nullptr;
   }
-  QObject* made = delegate_ ? delegate_->createWithInitialProperties(
-                                  {{QStringLiteral("cell"), QVariant::fromValue(cell)}}, context)
-                            : nullptr;
+  QQmlContext* context = delegate->creationContext();
+  QObject* made = delegate->createWithInitialProperties({{QStringLiteral("cell"), QVariant::fromValue(cell)}},
+                                                        context != nullptr ? context : qmlContext(this));
   auto* item = qobject_cast<QQuickItem*>(made);
   if (item == nullptr) {
     delete made;
-    if (delegate_) {
-      qWarning("A row could not be shown: %s", qUtf8Printable(delegate_->errorString()));
-    }
+    qWarning("A row could not be shown: %s", qUtf8Printable(delegate->errorString()));
     return nullptr;
   }
   QQmlEngine::setObjectOwnership(item, QQmlEngine::CppOwnership);

@@ -17,6 +17,7 @@ class TableRows : public QQuickItem {
   QML_ELEMENT
   Q_PROPERTY(seedmote::platform::TableView* table READ table WRITE setTable NOTIFY tableChanged REQUIRED)
   Q_PROPERTY(QQmlComponent* delegate READ delegate WRITE setDelegate NOTIFY delegateChanged REQUIRED)
+  Q_PROPERTY(QQmlComponent* headerDelegate READ headerDelegate WRITE setHeaderDelegate NOTIFY delegateChanged)
   Q_PROPERTY(qreal contentY READ contentY WRITE setContentY NOTIFY contentYChanged)
 
  public:
@@ -27,6 +28,9 @@ class TableRows : public QQuickItem {
   void setTable(TableView* table);
   QQmlComponent* delegate() const { return delegate_; }
   void setDelegate(QQmlComponent* delegate);
+  // For the headers of a table of sections.
+  QQmlComponent* headerDelegate() const { return headerDelegate_; }
+  void setHeaderDelegate(QQmlComponent* delegate);
   qreal contentY() const { return contentY_; }
   void setContentY(qreal contentY);
 
@@ -50,12 +54,15 @@ class TableRows : public QQuickItem {
   void showLiveRows();
   void placeRows();
   void dropDelegates();
+  void changeDelegate(QPointer<QQmlComponent>& delegate, QQmlComponent* wanted);
+  QQmlComponent* delegateFor(const TableViewCell* cell) const;
   QQuickItem* makeDelegate(TableViewCell* cell);
   int rowAt(const QPointF& position) const;
   void endTouch(void (TableViewCell::*touch)());
 
   QPointer<TableView> table_;
   QPointer<QQmlComponent> delegate_;
+  QPointer<QQmlComponent> headerDelegate_;
   qreal contentY_ = 0;
   std::unordered_map<TableViewCell*, Shown> delegates_;
   int pressedRow_ = -1;

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQmlIntegration>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace seedmote::platform {
+
+// Questions in front of everything, one at a time in the order in which they came: their state, to which
+// AlertPanel binds. Main thread.
+class Alerts : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("There is one for the program.")
+  Q_PROPERTY(bool shown READ isShown NOTIFY changed)
+  Q_PROPERTY(QString title READ title NOTIFY changed)
+  Q_PROPERTY(QString message READ message NOTIFY changed)
+  Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
+
+ public:
+  // The first button is the one that changes nothing. `dismissed` is told the number of the button that was
+  // pressed, once the alert is gone.
+  struct Alert {
+    std::string title;
+    std::string message;
+    std::vector<std::string> buttons;
+    std::function<void(int)> dismissed;
+  };
+
+  void show(Alert alert);
+
+  bool isShown() const { return !alerts_.empty(); }
+  QString title() const;
+  QString message() const;
+  QStringList buttons() const;
+
+  // From the layout. What is no button of the alert is ignored.
+  Q_INVOKABLE void press(int button);
+
+ Q_SIGNALS:
+  void changed();
+
+ private:
+  void dismiss(int button);
+
+  std::deque<Alert> alerts_;
+};
+
+}  // namespace seedmote::platform
