@@ -87,6 +87,12 @@ void GestureArea::mousePressEvent(QMouseEvent* event) {
   follow(event);
 }
 
+// A second touch soon after the first begins twice for Qt: whoever leaves the second beginning loses the
+// touch.
+void GestureArea::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+}
+
 void GestureArea::mouseMoveEvent(QMouseEvent* event) {
   follow(event);
 }

@@ -167,6 +167,11 @@ void TableRows::mousePressEvent(QMouseEvent* event) {
   table_->touchCell(pressedCell_, &TableViewCell::touchesBegan);
 }
 
+// The second of two quick touches is a touch like the first: left to others, it would end here.
+void TableRows::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->setAccepted(pressedRow_ >= 0);
+}
+
 void TableRows::mouseReleaseEvent(QMouseEvent* event) {
   const int row = pressedRow_;
   endTouch(&TableViewCell::touchesEnded);

@@ -42,6 +42,7 @@ class TableRows : public QQuickItem {
  protected:
   void geometryChange(const QRectF& now, const QRectF& before) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseUngrabEvent() override;
 
