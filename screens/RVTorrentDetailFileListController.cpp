@@ -25,6 +25,7 @@ RVTorrentDetailFileListController::~RVTorrentDetailFileListController() {
 void RVTorrentDetailFileListController::setDetailInfo(std::shared_ptr<const RVTorrentInfo> info) {
   log("setFileList");
   info_ = std::move(info);
+  table_.setContentOffset(0, false);
   table_.reload();
 }
 

@@ -90,6 +90,7 @@ RVTorrentDetailRightListController::~RVTorrentDetailRightListController() {
 void RVTorrentDetailRightListController::setDetailInfo(const std::shared_ptr<const RVTorrentInfo>& info) {
   platform::log("RVTorrentInfoViewController setDetailInfo");
   rightList_ = rows(info ? *info : RVTorrentInfo());
+  table_.setContentOffset(0, false);
   table_.reload();
 }
 
