@@ -43,7 +43,9 @@ class TableRows : public QQuickItem {
   void geometryChange(const QRectF& now, const QRectF& before) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseUngrabEvent() override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   struct Shown {
