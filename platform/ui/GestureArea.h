@@ -53,7 +53,7 @@ class GestureArea : public QQuickItem {
 
   QPointer<GestureRecognizers> recognizers_;
   Touch touch_ = Touch::none;
-  QPointF start_;
+  QPointF start_;  // in the scene
 };
 
 }  // namespace seedmote::platform

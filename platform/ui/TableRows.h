@@ -45,6 +45,7 @@ class TableRows : public QQuickItem {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseUngrabEvent() override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   struct Shown {
