@@ -17,7 +17,7 @@ struct SwitchPan {
 };
 
 // An on/off switch made of images: a track that slides under a fixed overlay, a thumb that is dragged or
-// tapped, masks that cut the track to the switch's shape. It knows no view.
+// tapped, masks that cut the track to the switch's shape. It knows no view; JtSwitchView.qml shows one.
 // Positions change at once, and the view takes as long as animationMilliseconds says to follow.
 //
 // Points, within the switch's bounds. Main thread. A switch costs little to make, so it may be made and
