@@ -36,6 +36,7 @@ class Alerts : public QObject {
 
   bool isShown() const { return !alerts_.empty(); }
   QString title() const;
+  // Without the middle of a text that is too long to be read.
   QString message() const;
   QStringList buttons() const;
 

@@ -16,7 +16,7 @@ Item {
 
     Accessible.role: Accessible.List
     Accessible.name: root.label
-    activeFocusOnTab: true
+    activeFocusOnTab: root.table.scrollEnabled
 
     Keys.onUpPressed: root.table.scrollByRows(-1)
     Keys.onDownPressed: root.table.scrollByRows(1)
@@ -84,6 +84,14 @@ Item {
 
         anchors.fill: parent
         visible: root.table.empty
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.activeFocus
+        color: "transparent"
+        border.color: "#1d76d8"
+        border.width: 2
     }
 
     ScrollIndicator {
