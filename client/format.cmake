@@ -1,8 +1,8 @@
 seedmote_room(client-format
-  SOURCES RVUtility.cpp RVUtility.h
+  SOURCES PercentEscapes.cpp PercentEscapes.h RVUtility.cpp RVUtility.h
   ROOMS overlay-state platform-core)
 
 seedmote_test(client-format-test
-  SOURCES tests/RVUtilityTest.cpp
+  SOURCES tests/PercentEscapesTest.cpp tests/RVUtilityTest.cpp
   ROOMS client-format test-services
   LIBRARIES core-test-main)

@@ -1,8 +1,9 @@
 import QtQuick
 import Seedmote.Platform
 
-// A table with what moves it: touch, wheel and keys. Children of `header` stand above the first row and
-// come into view when the content is pulled down; those of `emptySlot` show while there are no rows.
+// A table with what moves it: touch, wheel and keys. Children of `header` stand in the content, as wide as that:
+// above the first row, at a height below 0, they come into view when the content is pulled down. Those of
+// `emptySlot` show while there are no rows.
 Item {
     id: root
 
@@ -65,8 +66,6 @@ Item {
             id: header
 
             width: flickable.width
-            height: childrenRect.height
-            y: -height
         }
 
         TableRows {

@@ -1,0 +1,42 @@
+import QtQuick
+
+// What can be pressed: with a finger, the mouse, Space and Return, and by an assistive technology.
+Item {
+    id: area
+
+    required property string name
+    property int role: Accessible.Button
+    // Stands where the focus is shown.
+    property alias ring: ring
+    readonly property alias held: mouse.containsPress
+
+    signal pressed
+
+    activeFocusOnTab: true
+    Accessible.role: area.role
+    Accessible.name: area.name
+    Accessible.focusable: true
+    Accessible.onPressAction: area.pressed()
+    Keys.onSpacePressed: area.pressed()
+    Keys.onReturnPressed: area.pressed()
+    Keys.onEnterPressed: area.pressed()
+
+    MouseArea {
+        id: mouse
+
+        anchors.fill: parent
+        onClicked: area.pressed()
+    }
+
+    Rectangle {
+        id: ring
+
+        anchors.fill: parent
+        radius: 8
+        color: "transparent"
+        border.width: 2
+        border.color: "#1d76d8"
+        visible: area.activeFocus
+        z: 1
+    }
+}

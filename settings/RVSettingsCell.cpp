@@ -1,0 +1,97 @@
+#include "settings/RVSettingsCell.h"
+
+#include <utility>
+
+#include "app/resources/RVRes.h"
+#include "platform/ui/LayoutEntry.h"
+
+namespace seedmote {
+
+using platform::enterFromLayout;
+using platform::pressFromLayout;
+
+namespace {
+constexpr int kFontSize = 14;  // points
+}  // namespace
+
+void RVSettingsCell::fill(platform::IndexPath path, const std::optional<std::string>& label,
+                          SettingControl control, bool editing) {
+  path_ = path;
+  label_ = QString::fromStdString(label.value_or(""));
+  control_ = std::move(control);
+  editing_ = editing;
+  Q_EMIT filled();
+}
+
+void RVSettingsCell::setOn(bool on) {
+  control_.on = on;
+  Q_EMIT filled();
+}
+
+void RVSettingsCell::endEditingWith(const std::string& text) {
+  control_.text = text;
+  editing_ = false;
+  Q_EMIT filled();
+}
+
+Qt::InputMethodHints RVSettingsCell::inputMethodHints() const {
+  Qt::InputMethodHints hints = Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase;
+  if (control_.secure) {
+    hints |= Qt::ImhHiddenText | Qt::ImhSensitiveData;
+  }
+  switch (control_.keyboard) {
+    case SettingControl::Keyboard::standard:
+      break;
+    case SettingControl::Keyboard::numberPad:
+      hints |= Qt::ImhDigitsOnly;
+      break;
+    case SettingControl::Keyboard::url:
+      hints |= Qt::ImhUrlCharactersOnly;
+      break;
+  }
+  return hints;
+}
+
+// Where there is no such font, another whose letters are all of a width; never one that is a mere bitmap.
+QFont RVSettingsCell::font() {
+  QFont font(QStringLiteral("Courier"));
+  font.setStyleHint(QFont::TypeWriter, QFont::PreferOutline);
+  font.setFixedPitch(true);
+  font.setPixelSize(kFontSize);
+  return font;
+}
+
+QColor RVSettingsCell::backgroundColor() {
+  const Color color = RVRes::getColor(32);
+  return QColor::fromRgbF(color.red, color.green, color.blue, color.alpha);
+}
+
+void RVSettingsCell::beginEditing() {
+  enterFromLayout(this, "begin of an edit", [path = path_](auto& cell) { Q_EMIT cell.editingBegan(path); });
+}
+
+void RVSettingsCell::edit(const QString& text) {
+  const bool isNew = text != this->text();
+  enterFromLayout(this, "edit", [path = path_, text = text.toStdString(), isNew](auto& cell) {
+    Q_EMIT cell.edited(path, text, isNew);
+  });
+}
+
+void RVSettingsCell::endEditing() {
+  enterFromLayout(this, "end of an edit", [path = path_](auto& cell) { Q_EMIT cell.editingEnded(path); });
+}
+
+void RVSettingsCell::pressSwitch() {
+  pressFromLayout(this, "switch",
+                  [path = path_](auto& cell) { Q_EMIT cell.switchPressed(path, !cell.isOn()); });
+}
+
+void RVSettingsCell::pressButton() {
+  pressFromLayout(this, "link", [title = control_.text](auto& cell) { Q_EMIT cell.buttonPressed(title); });
+}
+
+void RVSettingsCell::reveal() {
+  enterFromLayout(this, "control with keys", [path = path_](auto& cell) { Q_EMIT cell.revealWanted(path); });
+}
+
+}  // namespace seedmote

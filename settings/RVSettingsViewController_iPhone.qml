@@ -1,0 +1,2 @@
+// One layout serves both.
+RVSettingsViewController_iPad {}

@@ -1,0 +1,81 @@
+import QtQuick
+import Seedmote.Platform
+import Seedmote.Settings
+
+// A row's text field. It gets a text whenever its cell is filled; what is typed goes to the cell at once. Only a
+// tap gives it the keys, so that a finger that scrolls brings up no keyboard.
+Item {
+    id: field
+
+    required property TableViewCell cell
+    readonly property RVSettingsCell setting: field.cell as RVSettingsCell
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: field.width + 16
+        height: 32
+        radius: 8
+        color: field.setting.backgroundColor
+        border.width: input.activeFocus ? 2 : 1
+        border.color: input.activeFocus ? "#1d76d8" : "#b9cdd8"
+    }
+
+    TextInput {
+        id: input
+
+        anchors.fill: parent
+        text: field.setting.text
+        font: field.setting.font
+        color: resting.visible ? "transparent" : "#1d2b36"
+        selectionColor: "#1d76d8"
+        selectedTextColor: "white"
+        echoMode: field.setting.secure ? TextInput.Password : TextInput.Normal
+        inputMethodHints: field.setting.inputMethodHints
+        horizontalAlignment: TextInput.AlignRight
+        verticalAlignment: TextInput.AlignVCenter
+        selectByMouse: true
+        clip: true
+        activeFocusOnPress: input.activeFocus
+        activeFocusOnTab: true
+
+        Accessible.role: Accessible.EditableText
+        Accessible.name: field.setting.label
+        Accessible.editable: true
+        Accessible.passwordEdit: field.setting.secure
+        Accessible.onPressAction: input.forceActiveFocus()
+
+        onTextChanged: field.setting.edit(input.text)
+        onActiveFocusChanged: input.activeFocus ? field.setting.beginEditing() : field.setting.endEditing()
+        onAccepted: input.focus = false
+        Keys.onEscapePressed: input.focus = false
+
+        TapHandler {
+            onTapped: input.forceActiveFocus()
+        }
+    }
+
+    // A text that is too long for the field shows its beginning while nobody writes in it.
+    Text {
+        id: resting
+
+        anchors.fill: parent
+        visible: !input.activeFocus && !field.setting.secure
+        text: input.text
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        font: field.setting.font
+        color: "#1d2b36"
+        horizontalAlignment: Text.AlignRight
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+
+    Connections {
+        target: field.cell
+
+        function onFilled() {
+            input.text = field.setting.text;
+            input.focus = field.setting.editing;
+        }
+    }
+}
