@@ -5,6 +5,15 @@ import QtQuick
 Item {
     id: tab
 
+    component Stroke: Rectangle {
+        width: 13
+        height: 2
+        radius: 1
+        color: "#1d76d8"
+        antialiasing: true
+        transformOrigin: Item.Left
+    }
+
     property bool atEnd
 
     signal pressed
@@ -31,23 +40,17 @@ Item {
         }
     }
 
-    // A chevron.
-    Repeater {
-        model: [45, -45]
+    Item {
+        x: 7
+        y: tab.height / 2 - 1
+        opacity: tab.atEnd ? 0.3 : 1
 
-        Rectangle {
-            required property int modelData
+        Stroke {
+            rotation: 45
+        }
 
-            x: 7
-            y: tab.height / 2 - 1
-            width: 13
-            height: 2
-            radius: 1
-            color: "#1d76d8"
-            opacity: tab.atEnd ? 0.3 : 1
-            antialiasing: true
-            transformOrigin: Item.Left
-            rotation: modelData
+        Stroke {
+            rotation: -45
         }
     }
 

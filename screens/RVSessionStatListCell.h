@@ -5,7 +5,7 @@
 namespace seedmote {
 
 // One line of the session's statistics. Main thread.
-class RVSessionStatListCell : public LabelPairCell {
+class RVSessionStatListCell : public seedmote::LabelPairCell {  // in full for the QML type registration
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Cells are made by the list of statistics.")

@@ -19,11 +19,13 @@ ViewItem {
             model: 5
 
             Rectangle {
+                id: shadow
+
                 required property int index
 
                 anchors.fill: parent
-                anchors.margins: -1 - index
-                radius: 11 + index
+                anchors.margins: -1 - shadow.index
+                radius: 11 + shadow.index
                 color: "#06123040"
             }
         }

@@ -8,10 +8,29 @@
 #include "platform/core/Log.h"
 #include "screens/RVTorrentDetailFileListCell.h"
 #include "screens/ReusableCell.h"
+#include "widgets/JtSwitch.h"
 
 namespace seedmote {
 
 using platform::log;
+
+namespace {
+
+// Readied with every row for choosing its file. There is nothing to choose yet, so it is dropped.
+void readySwitch() {
+  const auto image = [](const char* name) { return SwitchImage::named(QString::fromLatin1(name)); };
+  JtSwitch choice({0, 0, 76, 27});
+  choice.setTrackImage(image("square-switch-track"));
+  choice.setOverlayImage(image("square-switch-overlay"));
+  choice.setThumbImage(image("square-switch-thumb"));
+  choice.setThumbHighlightImage(image("square-switch-thumb-highlight"));
+  choice.setTrackMaskImage(image("square-switch-mask"));
+  choice.setThumbMaskImage({});
+  choice.setThumbInsetX(-3.0F);
+  choice.setThumbOffsetY(-3.0F);
+}
+
+}  // namespace
 
 RVTorrentDetailFileListController::RVTorrentDetailFileListController() {
   table_.setBackgroundColor(Qt::transparent);
@@ -47,6 +66,7 @@ platform::TableViewCell* RVTorrentDetailFileListController::cellForRowAtIndexPat
   }
   auto* cell = reusableCell<RVTorrentDetailFileListCell>(table_);
   cell->fill(fileList()[index]);
+  readySwitch();
   return cell;
 }
 

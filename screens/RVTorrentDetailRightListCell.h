@@ -5,7 +5,8 @@
 namespace seedmote {
 
 // One line of a torrent's details. Main thread.
-class RVTorrentDetailRightListCell : public LabelPairCell {
+class RVTorrentDetailRightListCell
+    : public seedmote::LabelPairCell {  // in full for the QML type registration
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("Cells are made by the list of details.")

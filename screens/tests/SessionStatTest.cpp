@@ -1,13 +1,7 @@
 #include <gmock/gmock.h>
 
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QtTest/QTest>
-
+#include "PanelScene.h"
 #include "client/tests/ClientFixture.h"
-#include "platform/ui/LayoutLoader.h"
-#include "screens/LabelPairCell.h"
 #include "screens/RVSessionStatController.h"
 
 namespace seedmote {
@@ -41,51 +35,26 @@ class SessionStatTest : public ClientFixture {
     RVSessionStatus status;
     status.ipaddress.set("192.168.100.100:65535");
     status.daemonversion.set("3.00 (bb6b5a062e)");
-    status.torrentCount = 123456;
     status.activeTorrentCount = 9223372036854775807;
-    status.rpcversion = 16;
-    for (RVStatusDetail* detail : {status.cumStats.get(), status.curStats.get()}) {
-      detail->uploadedBytes = 9223372036854775807;
-      detail->downloadedBytes = 1125899906842624;
-      detail->filesAdded = 1234567;
-      detail->sessionCount = 12;
-      detail->secondsActive = 1234 * 86400 + 86399;
-    }
+    status.cumStats->uploadedBytes = 9223372036854775807;
+    status.cumStats->downloadedBytes = 1125899906842624;
+    status.cumStats->secondsActive = 1234 * 86400 + 86399;
     panel.sessionStatListController()->updateSessionStauts(status);
   }
 
   void show() {
-    window.setColor(QColor(240, 250, 254));
-    window.resize(panel.view()->frame().size().toSize());
-    window.contentItem()->setTransformOrigin(QQuickItem::TopLeft);
-    loader.load(QStringLiteral("RVSessionStatController_iPad"), panel, window.contentItem());
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    scene.show("RVSessionStatController_iPad", panel, panel.view()->frame().size());
     settle();
   }
   void settle() {
     do {
       services.settle();
-      window.grabWindow();
+      scene.window.grabWindow();
     } while (panel.sessionStatListController()->table()->isReloading());
-  }
-  void keepPicture(const std::string& name) {
-    const QString folder = qEnvironmentVariable("SEEDMOTE_PICTURES");
-    for (const int scale : {1, 2}) {
-      window.contentItem()->setScale(scale);
-      window.resize(panel.view()->frame().size().toSize() * scale);
-      if (!folder.isEmpty()) {
-        QTest::qWait(50);
-        window.grabWindow().save(
-            QStringLiteral("%1/%2@%3.png").arg(folder, QString::fromStdString(name)).arg(scale));
-      }
-    }
   }
 
   RVSessionStatController panel;
-  QQmlEngine engine;
-  platform::LayoutLoader loader{engine};
-  QQuickWindow window;
+  PanelScene scene;
 };
 
 TEST_F(SessionStatTest, TextsOfTheTable) {
@@ -155,26 +124,24 @@ TEST_F(SessionStatTest, APollCostsTwoFramesAtMost) {
   services.finishThreads();
   settle();
   int frames = 0;
-  QObject::connect(
-      &window, &QQuickWindow::afterRendering, &window, [&] { ++frames; }, Qt::DirectConnection);
+  QObject::connect(&scene.window, &QQuickWindow::afterRendering, &scene.window, [&] { ++frames; });
   services.clock.advanceSeconds(10);
   services.finishThreads();
-  settle();
   QTest::qWait(200);
   EXPECT_LE(frames, 2);
 }
 
-TEST_F(SessionStatTest, Pictures) {
+TEST_F(SessionStatTest, TheLongestValuesFit) {
   show();
-  keepPicture("statistics-first");
+  scene.keepPicture("statistics-first", panel.view()->frame().size());
   showLongest();
   for (const int width : {244, 204, 168}) {
     panel.view()->setFrame({0, 0, static_cast<double>(width), 600});
     settle();
-    for (QQuickItem* item : window.contentItem()->findChildren<QQuickItem*>()) {
+    for (QQuickItem* item : scene.window.contentItem()->findChildren<QQuickItem*>()) {
       EXPECT_FALSE(item->property("truncated").toBool()) << item->property("text").toString().toStdString();
     }
-    keepPicture("statistics" + std::to_string(width));
+    scene.keepPicture("statistics" + std::to_string(width), panel.view()->frame().size());
   }
 }
 
