@@ -8,12 +8,13 @@
 #include <stdexcept>
 
 #include "app/RVAppDelegate.h"
+#include "app/RVRightBarController.h"
 #include "app/RealServices.h"
+#include "app/RealUiServices.h"
 #include "app/SignalWatcher.h"
 #include "app/Snapshot.h"
 #include "json/Log.h"
 #include "platform/core/Log.h"
-#include "platform/ui/InputMethodKeyboard.h"
 #include "settings/RVSettingsStore.h"
 #include "settings/SettingsCommand.h"
 #include "widgets/TextMeasure.h"
@@ -110,15 +111,18 @@ int Program::showWindow(int argc, char** argv) {
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
   const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
                               idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
-  const platform::InputMethodKeyboard keyboard(platform::services().screen);
+  const RealUiServices uiServices;
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
   const SignalWatcher signalWatcher([] { platform::services().main.quit(); });
-  storedSettings().loadUserSetting();
+  RVSettingsStore store = storedSettings();
+  store.loadUserSetting();
   OvProgressHUD::sharedView()->setTextMeasure(overlayTextMeasure());
 
-  RVAppDelegate delegate;
+  RVAppDelegate delegate(store);
   delegate.didFinishLaunchingWithOptions();
+  platform::services().main.onQuit(
+      [&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
   std::optional<Snapshot> snapshot;
   if (line_.snapshot) {
     snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());

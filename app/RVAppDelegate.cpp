@@ -1,37 +1,37 @@
 #include "app/RVAppDelegate.h"
 
+#include <algorithm>
+
+#include "app/RVRightBarController.h"
+#include "app/ScreenPlan.h"
 #include "app/resources/RVRes.h"
-#include "client/RVUtility.h"
 #include "platform/core/Device.h"
+#include "platform/core/Format.h"
 #include "platform/core/Log.h"
 #include "platform/core/Screen.h"
 #include "platform/core/Services.h"
+#include "settings/RVSettingsViewController.h"
 
 namespace seedmote {
 
 using platform::Idiom;
-using platform::LayoutLoader;
 using platform::log;
+using platform::ViewStack;
 
 namespace {
 
 constexpr int kTopbarColor = 32;
 constexpr float kStatusBarSystem = 7.0F;  // since then the content begins below the status bar
+constexpr double kTabletListAside = 50;
+constexpr double kPhoneListAside = 200;
+constexpr double kDetailAside = 1020;
 
-float systemVersion() {
-  return platform::services().device.systemVersionNumber();
+bool hasStatusBarSystem() {
+  return platform::services().device.systemVersionNumber() >= kStatusBarSystem;
 }
 
-// Keeps the view as large as the root view, but for the status bar.
-void fillBelowStatusBar(QQuickItem& view, QQuickItem& rootView) {
-  const double top = systemVersion() >= kStatusBarSystem ? platform::Screen::kStatusBarHeight : 0;
-  const auto follow = [&view, &rootView, top] {
-    view.setPosition({0, top});
-    view.setSize({rootView.width(), rootView.height() - top});
-  };
-  QObject::connect(&rootView, &QQuickItem::widthChanged, &view, follow);
-  QObject::connect(&rootView, &QQuickItem::heightChanged, &view, follow);
-  follow();
+Idiom idiom() {
+  return platform::services().device.userInterfaceIdiom();
 }
 
 QColor toQColor(const Color& color) {
@@ -40,40 +40,36 @@ QColor toQColor(const Color& color) {
 
 }  // namespace
 
-RVAppDelegate::RVAppDelegate() = default;
+RVAppDelegate::RVAppDelegate(RVSettingsStore& store) : store_(store) {}
 
-RVAppDelegate::~RVAppDelegate() = default;
+RVAppDelegate::~RVAppDelegate() {
+  if (mainViewController_) {
+    dropPanel();
+    mainViewController_->rightBarViewController()->setPanelPlace({});
+  }
+}
 
-bool RVAppDelegate::didFinishLaunchingWithOptions() {
+bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) {
   log("Seedmote Start\n");
-  const Idiom idiom = platform::services().device.userInterfaceIdiom();
   makeWindow();
-  if (idiom == Idiom::tablet) {
+  if (idiom() == Idiom::tablet) {
     log("Seedmote is running on iPad\n");
   } else {
     log("Seedmote is running on iPhone\n");
     log("Setup all controllers\n");
   }
-  LayoutLoader layouts(*window_->engine());
-  auto* rootView = new RootView(idiom, platform::services().screen, window_->contentItem());
-  const auto layoutOf = [idiom](const char* controller) {
-    return LayoutLoader::layoutName(controller, idiom);
-  };
-
-  mainViewController_ = std::make_unique<RVMainViewController>();
-  QQuickItem* mainView = layouts.load(layoutOf("RVMainViewController"), *mainViewController_, rootView);
-  mainViewController_->viewDidLoad();
-
-  torrentListController_ = std::make_unique<RVTorrentListController>();
-  rightBarViewController_ = std::make_unique<RVRightBarController>();
-  rightBarViewController_->viewDidLoad();
-  QQuickItem* listView = layouts.load(layoutOf("RVTorrentListController"), *torrentListController_, mainView);
-  fillBelowStatusBar(*listView, *rootView);
-  torrentListController_->viewDidLoad();
-
-  sessionWatcher_ = std::make_unique<SessionWatcher>();
+  makeControllers();
+  stackViews();
   applySystemVersion();
+  wire();
+  placeViews();
+  slideAside();
+  QObject::connect(rootView_, &RootView::sizeChanged, rootView_, [this] { placeViews(); });
+  sessionWatcher_ = std::make_unique<SessionWatcher>();
   window_->show();
+  if (options.url) {
+    handleOpenURL(options.url);
+  }
   return true;
 }
 
@@ -81,18 +77,155 @@ void RVAppDelegate::makeWindow() {
   window_ = std::make_unique<QQuickView>();
   window_->setTitle(QStringLiteral("Seedmote"));
   window_->setColor(toQColor(RVRes::getColor(kTopbarColor)));
-  const bool tablet = platform::services().device.userInterfaceIdiom() == Idiom::tablet;
-  window_->resize(tablet ? QSize(1024, 768) : QSize(667, 375));
-  window_->setMinimumSize(tablet ? QSize(640, 400) : QSize(400, 225));
+  window_->resize(idiom() == Idiom::tablet ? QSize(1024, 768) : QSize(667, 375));
+  window_->setMinimumSize(idiom() == Idiom::tablet ? QSize(640, 400) : QSize(400, 225));
+  QObject::connect(window_.get(), &QWindow::heightChanged, window_.get(), [this] { keepLandscapeShape(); });
+  layouts_.emplace(*window_->engine());
+}
+
+// A window that fills the screen cannot choose its shape; what it shows is turned then.
+void RVAppDelegate::keepLandscapeShape() {
+  const bool fills = (window_->windowStates() & (Qt::WindowMaximized | Qt::WindowFullScreen)) != 0;
+  if (!fills && window_->height() > window_->width()) {
+    window_->resize(window_->width(), window_->width() * 3 / 4);
+  }
+}
+
+void RVAppDelegate::makeControllers() {
+  mainViewController_ = std::make_unique<RVMainViewController>();
+  rootView_ = new RootView(
+      idiom(), platform::services().screen,
+      [main = mainViewController_.get()](platform::InterfaceOrientation orientation) {
+        return main->shouldAutorotateToInterfaceOrientation(static_cast<int>(orientation));
+      },
+      window_->contentItem());
+  filterBarController_ = std::make_unique<RVFilterBarController>();
+  torrentListController_ = std::make_unique<RVTorrentListController>();
+  if (idiom() == Idiom::tablet) {
+    torrentInfoViewController_ = std::make_unique<RVTorrentDetailController>();
+  }
+  auto rightBar = std::make_unique<RVRightBarController>(store_);
+  rightBar->setPanelPlace(
+      {[this](RVSettingsViewController& panel) { showPanel(panel); }, [this] { dropPanel(); }});
+  mainViewController_->setRightBarViewController(std::move(rightBar));
+}
+
+QQuickItem* RVAppDelegate::load(const char* controllerName, QObject& controller, QQuickItem* parent) {
+  return layouts_->load(platform::LayoutLoader::layoutName(controllerName, idiom()), controller, parent);
+}
+
+// Each view is loaded when it is stacked.
+void RVAppDelegate::stackViews() {
+  RVMainViewController& main = *mainViewController_;
+  ViewStack& stack = main.subviews();
+  placeViews();
+  mainView_ = load("RVMainViewController", main, rootView_);
+  main.viewDidLoad();
+
+  RVRightBarController& rightBar = *main.rightBarViewController();
+  layouts_->load(platform::LayoutLoader::layoutName("RVRightBarController", Idiom::tablet), rightBar,
+                 mainView_);
+  rightBar.viewDidLoad();
+  stack.addSubview(*rightBar.view());
+
+  const platform::ViewGeometry* above = main.rightBarView();
+  if (torrentInfoViewController_) {
+    load("RVTorrentDetailController", *torrentInfoViewController_, mainView_);
+    torrentInfoViewController_->viewDidLoad();
+    stack.insertSubview(*torrentInfoViewController_->view(), *above);
+    above = torrentInfoViewController_->view();
+  }
+  load("RVTorrentListController", *torrentListController_, mainView_);
+  torrentListController_->viewDidLoad();
+  stack.insertSubview(*torrentListController_->view(), *above);
+  load("RVFilterBarController", *filterBarController_, mainView_);
+  filterBarController_->viewDidLoad();
+  stack.insertSubview(*filterBarController_->view(), *torrentListController_->view());
 }
 
 void RVAppDelegate::applySystemVersion() {
-  if (systemVersion() >= kStatusBarSystem) {
+  if (hasStatusBarSystem()) {
     log("Change coordination over 7.0\n");
-    mainViewController_->setTopbarColor(toQColor(RVRes::getColor(kTopbarColor)));
+    mainViewController_->topbarView()->setBackgroundColor(toQColor(RVRes::getColor(kTopbarColor)));
   } else {
-    mainViewController_->setTopbarAlpha(0);
+    mainViewController_->topbarView()->setAlpha(0);
   }
+}
+
+void RVAppDelegate::wire() {
+  if (torrentInfoViewController_) {
+    torrentListController_->setTorrentInfoViewController(torrentInfoViewController_.get());
+  }
+  filterBarController_->setTorrentListController(torrentListController_.get());
+}
+
+// Whenever the root view has another size as well.
+void RVAppDelegate::placeViews() {
+  const QSizeF root = rootView_->size();
+  ScreenPlan plan = ScreenPlan::make(idiom(), root);
+  if (hasStatusBarSystem()) {
+    plan.moveBelowStatusBar(idiom(), root.height());
+  } else {
+    plan.useWholeHeight(idiom(), root.height());
+  }
+  plan.stretchList(idiom(), root.height());
+  mainViewController_->place(plan, root);
+  filterBarController_->view()->setFrame(plan.filterBar);
+  torrentListController_->view()->setFrame(plan.torrentList);
+  torrentListController_->setHiddenBottom(std::max(0.0, plan.torrentList.bottom() - root.height()));
+  if (torrentInfoViewController_) {
+    torrentInfoViewController_->view()->setFrame(plan.torrentDetail);
+  }
+  mainViewController_->rightBarViewController()->view()->setFrame(plan.rightBar);
+  mainViewController_->rightBarViewController()->placeSettingView();
+}
+
+void RVAppDelegate::slideAside() {
+  const bool tablet = idiom() == Idiom::tablet;
+  torrentListController_->view()->setTranslation({tablet ? kTabletListAside : kPhoneListAside, 0});
+  if (torrentInfoViewController_) {
+    torrentInfoViewController_->view()->setTranslation({kDetailAside, 0});
+  }
+}
+
+// The settings panel.
+
+void RVAppDelegate::showPanel(RVSettingsViewController& panel) {
+  panel_ = &panel;
+  panelView_.reset(load("RVSettingsViewController", panel, mainView_));
+  panel.viewDidLoad();
+  mainViewController_->subviews().addSubview(*panel.view());
+}
+
+void RVAppDelegate::dropPanel() {
+  if (panel_ != nullptr) {
+    mainViewController_->subviews().removeSubview(*panel_->view());
+    panelView_.reset();
+    panel_ = nullptr;
+  }
+}
+
+// What other programs hand over.
+
+bool RVAppDelegate::handleOpenURL(const std::optional<std::string>& url) {
+  log("handleOpenURL URL = %@", url);
+  if (url) {
+    log("app is open with url");
+    log("%@", platform::format("url = %@", *url));
+    torrentListController_->addRemoteTorrent(*url);
+  }
+  return true;
+}
+
+bool RVAppDelegate::openURL(const std::optional<std::string>& url,
+                            const std::optional<std::string>& sourceApplication,
+                            const std::optional<std::string>& annotation) {
+  log("Open URL:\t%@\nFrom source:\t%@\nWith annotation:%@", url, sourceApplication, annotation);
+  if (url) {
+    log("app is open with url");
+    torrentListController_->addLocalTorrent(*url);
+  }
+  return true;
 }
 
 }  // namespace seedmote

@@ -2,40 +2,79 @@
 
 #include <QQuickView>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "app/RVMainViewController.h"
-#include "app/RVRightBarController.h"
 #include "app/RootView.h"
 #include "client/SessionWatcher.h"
 #include "platform/ui/LayoutLoader.h"
+#include "screens/RVFilterBarController.h"
+#include "screens/RVTorrentDetailController.h"
 #include "screens/RVTorrentListController.h"
 
 namespace seedmote {
 
-// Builds the window and its screens at launch and holds them for the life of the process. Main thread.
+class RVSettingsStore;
+class RVSettingsViewController;
+
+// Why the program was launched.
+struct LaunchOptions {
+  std::optional<std::string> url;  // a link or file that it was launched with
+};
+
+// Builds the window and its screens at launch and holds them for the life of the process, and takes what
+// other programs hand over. Main thread.
 class RVAppDelegate final {
  public:
-  RVAppDelegate();
+  // `store` outlives the delegate.
+  explicit RVAppDelegate(RVSettingsStore& store);
   ~RVAppDelegate();
   RVAppDelegate(const RVAppDelegate&) = delete;
   RVAppDelegate& operator=(const RVAppDelegate&) = delete;
 
   // Always true. Raises std::runtime_error when a layout can't be used.
-  bool didFinishLaunchingWithOptions();
+  bool didFinishLaunchingWithOptions(const LaunchOptions& options = {});
+
+  // A link that the program was launched with; always true. Absent: nothing is added.
+  bool handleOpenURL(const std::optional<std::string>& url);
+  // A file handed to the running program; always true.
+  bool openURL(const std::optional<std::string>& url, const std::optional<std::string>& sourceApplication,
+               const std::optional<std::string>& annotation);
 
   QQuickView& window() { return *window_; }
+  RVMainViewController& mainViewController() { return *mainViewController_; }
+  RVFilterBarController& filterBarController() { return *filterBarController_; }
   RVTorrentListController& torrentListController() { return *torrentListController_; }
+  // Null on a phone.
+  RVTorrentDetailController* torrentInfoViewController() { return torrentInfoViewController_.get(); }
 
  private:
   void makeWindow();
+  void makeControllers();
+  void stackViews();
   void applySystemVersion();
+  void wire();
+  void slideAside();
+  void placeViews();
+  QQuickItem* load(const char* controllerName, QObject& controller, QQuickItem* parent);
+  void keepLandscapeShape();
+  void showPanel(RVSettingsViewController& panel);
+  void dropPanel();
 
+  RVSettingsStore& store_;
   // The controllers outlive the window, whose layouts are bound to them.
   std::unique_ptr<RVMainViewController> mainViewController_;
+  std::unique_ptr<RVFilterBarController> filterBarController_;
   std::unique_ptr<RVTorrentListController> torrentListController_;
-  std::unique_ptr<RVRightBarController> rightBarViewController_;
+  std::unique_ptr<RVTorrentDetailController> torrentInfoViewController_;
   std::unique_ptr<SessionWatcher> sessionWatcher_;
   std::unique_ptr<QQuickView> window_;
+  std::optional<platform::LayoutLoader> layouts_;
+  RootView* rootView_ = nullptr;
+  QQuickItem* mainView_ = nullptr;
+  std::unique_ptr<QQuickItem> panelView_;
+  RVSettingsViewController* panel_ = nullptr;
 };
 
 }  // namespace seedmote

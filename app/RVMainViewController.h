@@ -1,38 +1,82 @@
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
-#include <QColor>
 #include <QObject>
+#include <memory>
 
+#include "app/RVGADView.h"
+#include "app/ScreenPlan.h"
+#include "platform/ui/Alerts.h"
+#include "platform/ui/ViewGeometry.h"
+#include "platform/ui/ViewStack.h"
+#include "screens/RVSessionStatController.h"
 #include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 
-// The root screen: the bar at the top and, above all other screens, the overlay.
+class RVRightBarController;
+
+// The root screen: its regions, the stack of the views in it, and the statistics. Above all of them stand the
+// overlay and alerts. Main thread.
 class RVMainViewController : public QObject {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("The application delegate makes it")
+  Q_PROPERTY(seedmote::platform::ViewGeometry* view READ view CONSTANT)
+  Q_PROPERTY(seedmote::platform::ViewGeometry* topbarView READ topbarView CONSTANT)
+  Q_PROPERTY(seedmote::platform::ViewGeometry* statusBarView READ statusBarView CONSTANT)
+  Q_PROPERTY(seedmote::platform::ViewGeometry* torrentInfoView READ torrentInfoView CONSTANT)
+  Q_PROPERTY(seedmote::platform::ViewGeometry* rightBarView READ rightBarView CONSTANT)
+  Q_PROPERTY(seedmote::platform::ViewGeometry* adView READ adView CONSTANT)
+  Q_PROPERTY(seedmote::RVSessionStatController* sessionStatController READ sessionStatController CONSTANT)
   Q_PROPERTY(seedmote::OvProgressHUD* overlay READ overlay CONSTANT)
-  Q_PROPERTY(QColor topbarColor READ topbarColor NOTIFY topbarChanged)
-  Q_PROPERTY(double topbarAlpha READ topbarAlpha NOTIFY topbarChanged)
+  Q_PROPERTY(seedmote::platform::Alerts* alerts READ alerts CONSTANT)
 
  public:
+  RVMainViewController();
+  ~RVMainViewController() override;
+
   void viewDidLoad();
+  void viewDidUnload();
 
-  void setTopbarColor(const QColor& color);
-  void setTopbarAlpha(double alpha);
+  void addAdmobView();
+  void addTorrentInfoView() {}
+  void addTorrentFileListView() {}
+  void addSessionStatView();
 
+  // Puts the regions where they belong.
+  void place(const ScreenPlan& plan, QSizeF root);
+
+  platform::ViewStack& subviews() { return subviews_; }
+  RVRightBarController* rightBarViewController() const { return rightBarViewController_.get(); }
+  void setRightBarViewController(std::unique_ptr<RVRightBarController> controller);
+  RVSessionStatController* sessionStatController() { return &sessionStatController_; }
+  const RVGADView* banner() const { return banner_.get(); }
+
+  // Landscape only.
+  bool shouldAutorotateToInterfaceOrientation(int orientation) const;
+  bool prefersStatusBarHidden() const { return false; }
+
+  platform::ViewGeometry* view() { return &view_; }
+  platform::ViewGeometry* topbarView() { return &topbarView_; }
+  platform::ViewGeometry* statusBarView() { return &statusBarView_; }
+  platform::ViewGeometry* torrentInfoView() { return &torrentInfoView_; }
+  platform::ViewGeometry* rightBarView() { return &rightBarView_; }
+  platform::ViewGeometry* adView() { return &adView_; }
   OvProgressHUD* overlay() const { return OvProgressHUD::sharedView(); }
-  QColor topbarColor() const { return topbarColor_; }
-  double topbarAlpha() const { return topbarAlpha_; }
-
- Q_SIGNALS:
-  void topbarChanged();
+  platform::Alerts* alerts() const;
 
  private:
-  QColor topbarColor_ = Qt::white;
-  double topbarAlpha_ = 1;
+  platform::ViewGeometry view_;
+  platform::ViewGeometry topbarView_;
+  platform::ViewGeometry statusBarView_;
+  platform::ViewGeometry torrentInfoView_;
+  platform::ViewGeometry rightBarView_;
+  platform::ViewGeometry adView_;
+  platform::ViewStack subviews_;
+  std::unique_ptr<RVGADView> banner_;
+  std::unique_ptr<RVRightBarController> rightBarViewController_;
+  RVSessionStatController sessionStatController_;
 };
 
 }  // namespace seedmote

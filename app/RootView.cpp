@@ -1,9 +1,15 @@
 #include "app/RootView.h"
 
+#include <utility>
+
 namespace seedmote {
 
-RootView::RootView(platform::Idiom idiom, platform::Screen& screen, QQuickItem* frame)
-    : QQuickItem(frame), idiom_(idiom), screen_(screen) {
+namespace {
+constexpr double kQuarterTurn = -90;  // the reader's top is the left edge, as of a screen read landscapeRight
+}  // namespace
+
+RootView::RootView(platform::Idiom idiom, platform::Screen& screen, Accepts accepts, QQuickItem* frame)
+    : QQuickItem(frame), idiom_(idiom), screen_(screen), accepts_(std::move(accepts)) {
   setTransformOrigin(QQuickItem::TopLeft);
   connect(frame, &QQuickItem::widthChanged, this, &RootView::follow);
   connect(frame, &QQuickItem::heightChanged, this, &RootView::follow);
@@ -15,11 +21,16 @@ void RootView::follow() {
   if (frame.isEmpty()) {
     return;
   }
+  const bool turned = frame.height() > frame.width() && !accepts_(platform::InterfaceOrientation::portrait);
+  const QSizeF asRead = turned ? frame.transposed() : frame;
   const double pixels =
-      idiom_ == platform::Idiom::tablet ? frame.width() / kTabletWidth : frame.height() / kPhoneHeight;
+      idiom_ == platform::Idiom::tablet ? asRead.width() / kTabletWidth : asRead.height() / kPhoneHeight;
   setScale(pixels);
-  setSize(frame / pixels);
+  setRotation(turned ? kQuarterTurn : 0);
+  setY(turned ? frame.height() : 0);
+  setSize(asRead / pixels);
   screen_.setSizeAsRead({width(), height()});
+  Q_EMIT sizeChanged();
 }
 
 }  // namespace seedmote

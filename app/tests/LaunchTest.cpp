@@ -72,7 +72,8 @@ class LaunchTest : public testing::Test {
   }
   int storeSettings(const LoopbackDaemon& daemon) {
     return run({"--set", "IP Address=127.0.0.1", "--set", "Port=" + std::to_string(daemon.port()), "--set",
-                "Username=al", "--set", "Password=-", "--set", "FirstRun=3"},
+                "Username=al", "--set", "Password=-", "--set", "FirstRun=3", "--set",
+                "SavedVersion=" SEEDMOTE_VERSION},
                "s3cret\n");
   }
 
@@ -103,7 +104,7 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
                  "Main view is loaded.", "Right Bar is loaded.", "Torrent List view is loaded.",
                  "Change coordination over 7.0", "updateFirstTime", "try to connect********"});
   EXPECT_THAT(errors, Not(HasSubstr("s3cret")));
-  EXPECT_EQ(daemon.requests().size(), 5U);
+  EXPECT_THAT(daemon.requests().size(), testing::AnyOf(5, 6)) << "with the statistics' poll or without";
 }
 
 TEST_F(LaunchTest, AWrongSettingIsNamedAndNothingStored) {

@@ -76,6 +76,8 @@ class GroupedTable final : private TableViewDataSource {
   double heightForRowAtIndexPath(int row) override;
   TableViewCell* cellForRowAtIndexPath(int row) override;
   std::int64_t rowToken(int row) override { return row; }
+  // Its sources hold what they show.
+  bool canBuildRowsWhileWaiting() const override { return true; }
   void didSelectRowAtIndexPath(int row) override;
   TableViewCell* headerCell(int section);
 

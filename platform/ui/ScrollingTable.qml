@@ -57,7 +57,10 @@ Item {
         contentHeight: root.table.contentHeight
         topMargin: root.table.insetTop
         bottomMargin: root.table.insetBottom
-        onDragStarted: root.table.beginDragging()
+        onDragStarted: {
+            glide.stop();
+            root.table.beginDragging();
+        }
         // A pulled content glides back; a flick starts right after the end of its drag.
         onDragEnded: root.table.endDragging(flickable.verticalOvershoot !== 0)
         onFlickStarted: root.table.beginDecelerating()

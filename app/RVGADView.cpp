@@ -1,0 +1,12 @@
+#include "app/RVGADView.h"
+
+#include "app/ScreenPlan.h"
+
+namespace seedmote {
+
+RVGADView::RVGADView(platform::Idiom idiom) {
+  const auto place = static_cast<int>(idiom);
+  view_.setFrame({0, 0, ScreenPlan::kAdWidth[place], ScreenPlan::kAdHeight[place]});
+}
+
+}  // namespace seedmote

@@ -1,0 +1,18 @@
+import QtQuick
+import Seedmote.App
+import Seedmote.Platform
+
+ViewItem {
+    id: bar
+
+    required property RVRightBarController controller
+
+    geometry: bar.controller.view
+
+    ScrollingTable {
+        anchors.fill: parent
+        table: bar.controller.table
+        label: "Actions"
+        delegate: RVRightBarCell_iPad {}
+    }
+}
