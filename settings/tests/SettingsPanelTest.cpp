@@ -1,0 +1,318 @@
+#include <gmock/gmock.h>
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QFontInfo>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtTest/QTest>
+#include <memory>
+
+#include "client/RVTrans.h"
+#include "platform/ui/LayoutLoader.h"
+#include "settings/RVSettingsViewController.h"
+#include "settings/RVSwitchButton.h"
+#include "tests/support/TestServices.h"
+#include "tests/support/TestUiServices.h"
+#include "widgets/OvProgressHUD.h"
+
+namespace seedmote {
+namespace {
+
+using platform::Idiom;
+using platform::LayoutLoader;
+using platform::PropertyList;
+using Dictionary = PropertyList::Dictionary;
+using testing::HasSubstr;
+
+// The panel in a root view, with the settings that come with the program.
+class SettingsPanel : public testing::Test {
+ protected:
+  // Middles of rows, from the top of the window.
+  static constexpr int kHost = 124, kPort = 168, kUser = 212, kPassword = 256, kSwitch = 300, kTimeout = 344;
+
+  explicit SettingsPanel(Idiom idiom) : services_(nullptr, idiom), idiom_(idiom) {}
+  ~SettingsPanel() override {
+    delete layout_;
+    RVTrans::drop();
+  }
+
+  void open() {
+    const platform::Size size = services_.screen.sizeAsRead();
+    window_.resize(int(size.width), int(size.height));
+    layout_ = LayoutLoader(engine_).load(LayoutLoader::layoutName("RVSettingsViewController", idiom_), panel_,
+                                         window_.contentItem());
+    panel_.viewDidLoad();
+    const platform::Rect upright = services_.screen.bounds();
+    panel_.view()->setFrame({0, 22, upright.width, upright.height - 22});
+    panel_.setShown(true);
+    window_.show();
+    window_.requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    settle();
+  }
+  void settle() {
+    for (int turn = 0; turn < 4 || screen().table()->isReloading(); ++turn) services_.settle();
+  }
+  // The control of a row; a text's cursor goes to its end.
+  void tap(int y) {
+    QTest::mouseClick(&window_, Qt::LeftButton, {}, {int(panel_.view()->frame().width()) - 30, y});
+    settle();
+    QTest::keyClick(&window_, Qt::Key_End);
+  }
+  void type(const char* text) {
+    for (; *text != 0; ++text) QTest::keyClick(&window_, *text);
+    settle();
+  }
+  void press(Qt::Key key) {
+    QTest::keyClick(&window_, key);
+    settle();
+  }
+  std::optional<std::string> value(const char* key) {
+    return services_.defaults.object(key)["Value"].asText();
+  }
+  // What an assistive technology finds in the window.
+  std::vector<QAccessibleInterface*> accessibles(QAccessibleInterface* from = nullptr) {
+    QAccessibleInterface* root = from != nullptr ? from : QAccessible::queryAccessibleInterface(&window_);
+    std::vector<QAccessibleInterface*> found{root};
+    for (int child = 0; child < root->childCount(); ++child) {
+      const auto below = accessibles(root->child(child));
+      found.insert(found.end(), below.begin(), below.end());
+    }
+    return found;
+  }
+  QAccessibleInterface* accessible(QAccessible::Role role, const char* name) {
+    for (QAccessibleInterface* found : accessibles()) {
+      if (found->role() == role && found->text(QAccessible::Name) == QLatin1String(name)) return found;
+    }
+    throw std::out_of_range(name);
+  }
+  void pressAccessible(QAccessible::Role role, const char* name) {
+    accessible(role, name)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    settle();
+  }
+  RVSettingsController& screen() { return *panel_.settingController(); }
+  // With a folder in SEEDMOTE_PICTURES the scene is kept there for a look.
+  void keepPicture(const char* name) {
+    const QString folder = qEnvironmentVariable("SEEDMOTE_PICTURES");
+    if (!folder.isEmpty()) {
+      QTest::qWait(400);
+      window_.grabWindow().save(folder + QLatin1Char('/') + QLatin1String(name));
+    }
+  }
+
+  support::TestServices services_;
+  support::TestUiServices ui_;
+  platform::LogRecorder lines_;
+  Idiom idiom_;
+  RVSettingsStore store_{RVSettingsStore::findBundle(QCoreApplication::applicationDirPath().toStdString())};
+  RVSettingsViewController panel_{store_};
+  QQmlEngine engine_;
+  QQuickWindow window_;
+  QQuickItem* layout_ = nullptr;
+};
+
+class PhonePanel : public SettingsPanel {
+ protected:
+  PhonePanel() : SettingsPanel(Idiom::phone) {}
+};
+
+class TabletPanel : public SettingsPanel {
+ protected:
+  TabletPanel() : SettingsPanel(Idiom::tablet) {}
+};
+
+TEST(SettingControl, IsWhatTheSpecifierAsksFor) {
+  using Kind = SettingControl::Kind;
+  using Keyboard = SettingControl::Keyboard;
+  const struct {
+    const char* valueType;
+    const char* keyboardType;
+    const char* value;
+    Kind kind;
+    Keyboard keyboard;
+    bool secure;
+    bool on;
+  } cases[]{
+      {"EditBox", "NumberPad", "9091", Kind::textField, Keyboard::numberPad, false, true},
+      {"EditBox", "URL", "host", Kind::textField, Keyboard::url, false, true},
+      {"PasswordBox", "URL", "", Kind::textField, Keyboard::standard, true, true},
+      {"PasswordBox", "NumberPad", "", Kind::textField, Keyboard::numberPad, true, true},
+      {"CheckBox", "", "False", Kind::onOffSwitch, Keyboard::standard, false, false},
+      {"CheckBox", "", "false", Kind::onOffSwitch, Keyboard::standard, false, true},
+      {"LinkLabel", "", "a@b", Kind::button, Keyboard::standard, false, true},
+      {"StaticLabel", "", "1.0", Kind::label, Keyboard::standard, false, true},
+      {"editbox", "", "x", Kind::none, Keyboard::standard, false, true},
+  };
+  for (const auto& [valueType, keyboardType, value, kind, keyboard, secure, on] : cases) {
+    const SettingControl control = SettingControl::of(
+        Dictionary{{"ValueType", valueType}, {"KeyboardType", keyboardType}, {"Value", value}});
+    EXPECT_TRUE(control.kind == kind && control.keyboard == keyboard && control.secure == secure &&
+                control.on == on && control.text == value)
+        << valueType << ' ' << keyboardType << ' ' << value;
+  }
+}
+
+TEST_F(TabletPanel, ARowWithoutSpecifierShowsNothing) {
+  services_.defaults.setObject("Port", "no specifier");
+  open();
+  EXPECT_EQ(lines_.count("Add component to setting dialog\n"), 8);
+  EXPECT_TRUE(lines_.contains("txtlab = (null)"));
+  EXPECT_TRUE(lines_.contains("0")) << "the state of the switch";
+  auto* cell = static_cast<RVSettingsCell*>(screen().table()->visibleCell(2));
+  EXPECT_EQ(cell->label(), QString());
+  EXPECT_EQ(cell->control().kind, SettingControl::Kind::none);
+  EXPECT_TRUE(QFontInfo(RVSettingsCell::font()).fixedPitch());
+}
+
+TEST_F(PhonePanel, ATextIsStoredWhenItsEditEndsAndNotBefore) {
+  open();
+  keepPicture("phone.png");
+  tap(kHost);
+  type(" my");
+  EXPECT_EQ(value("IP Address"), "127.0.0.1");
+  EXPECT_TRUE(screen().isEditing());
+  tap(kPort);  // another field
+  EXPECT_EQ(value("IP Address"), "127.0.0.1 my");
+  EXPECT_EQ(services_.defaults.string("ServerChanged"), "YES");
+  type("7");
+  press(Qt::Key_Return);
+  EXPECT_EQ(value("Port"), "90917");
+  EXPECT_FALSE(screen().isEditing());
+  tap(kPort);
+  press(Qt::Key_Escape);  // nothing was changed, but the edit has ended
+  EXPECT_EQ(lines_.count("portChanged: 90917"), 2);
+  tap(kUser);
+  type("anna");
+  panel_.onCloseBtn();
+  settle();
+  EXPECT_EQ(value("Username"), "anna");
+  type("x");  // into no field
+  EXPECT_EQ(value("Username"), "anna");
+}
+
+TEST_F(PhonePanel, AnEditGoesOnWhileItsRowIsOutOfViewOrTheTableReloads) {
+  open();
+  tap(kHost);
+  type("x");
+  screen().table()->reload();
+  settle();
+  type("y");
+  services_.screen.setSizeAsRead({667, 80});
+  settle();
+  screen().table()->setContentOffset(400, false);
+  settle();
+  EXPECT_EQ(screen().table()->visibleCell(1), nullptr);
+  EXPECT_EQ(value("IP Address"), "127.0.0.1");
+  services_.screen.setSizeAsRead({667, 375});
+  screen().table()->setContentOffset(0, false);
+  settle();
+  type("z");
+  screen().endEditing();
+  EXPECT_EQ(value("IP Address"), "127.0.0.1xyz");
+}
+
+TEST_F(PhonePanel, APasswordIsSeenNeitherInTheLogNorByAssistiveTechnology) {
+  open();
+  tap(kPassword);
+  type("geheim");
+  keepPicture("password.png");
+  press(Qt::Key_Return);
+  EXPECT_EQ(value("Password"), "geheim");
+  screen().table()->reload();
+  settle();
+  for (const std::string& record : lines_.records()) EXPECT_THAT(record, testing::Not(HasSubstr("geheim")));
+  int fields = 0;
+  for (QAccessibleInterface* found : accessibles()) {
+    for (const QAccessible::Text text : {QAccessible::Name, QAccessible::Description, QAccessible::Value}) {
+      EXPECT_FALSE(found->text(text).contains(QLatin1String("geheim"))) << found->role() << text;
+    }
+    fields += found->role() == QAccessible::EditableText ? 1 : 0;
+    EXPECT_EQ(found->state().passwordEdit != 0,
+              found->text(QAccessible::Description) == QLatin1String("Password"));
+  }
+  EXPECT_EQ(fields, 5);
+}
+
+TEST_F(PhonePanel, TheKeyboardHidesNoFieldThatIsWrittenIn) {
+  open();
+  tap(kTimeout);
+  services_.screen.keyboard().show({667, 200});
+  QQuickItem* field = window_.activeFocusItem();
+  const auto bottom = [&] { return field->mapToScene({0, field->height()}).y(); };
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bottom() <= 175.5; })) << bottom();
+  EXPECT_GT(bottom(), 66 + 44);
+  keepPicture("keyboard.png");
+  press(Qt::Key_Return);
+  services_.screen.keyboard().hide();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return screen().table()->contentOffset() <= 424 - 309; }));
+}
+
+TEST_F(TabletPanel, TheSwitchIsPressedInEveryWay) {
+  open();
+  QAccessibleInterface* control = accessible(QAccessible::CheckBox, "Use SSL");
+  tap(kSwitch);
+  EXPECT_EQ(value("UseSSL"), "True");
+  EXPECT_TRUE(control->state().checked);
+  EXPECT_EQ(services_.defaults.string("ServerChanged"), "YES");
+  pressAccessible(QAccessible::CheckBox, "Use SSL");
+  EXPECT_EQ(value("UseSSL"), "False");
+  static_cast<QQuickItem*>(control->object())->forceActiveFocus();
+  press(Qt::Key_Space);
+  EXPECT_EQ(value("UseSSL"), "True");
+  keepPicture("tablet.png");
+}
+
+TEST_F(TabletPanel, ALetterToTheAuthorNamesTheVersions) {
+  open();
+  services_.defaults.setObject("Version", Dictionary{{"Value", "1.2 b"}});
+  ui_.urlOpener.opens = false;
+  accessible(QAccessible::Link, "Author")
+      ->actionInterface()
+      ->doAction(QAccessibleActionInterface::pressAction());
+  settle();
+  EXPECT_EQ(lines_.count("onAuthorBtn"), 1);
+  EXPECT_THAT(
+      ui_.urlOpener.opened,
+      testing::ElementsAre("mailto:author@seedmote.example?cc=&subject=Mail%20for%20Seedmote%20Ver.1.2%20b"
+                           "&body=%3Cbr%3E%3Cbr%3E%3Cbr%3E%3Cbr%3E%3Cbr%3Edmn%20version:%20(null)%3Cbr%3E"
+                           "rpc%20version:%20-1%3Cbr%3Eios%20version:%207.0%20(test%20device)"));
+  EXPECT_THAT(OvProgressHUD::sharedView()->text().toStdString(), HasSubstr("author@seedmote.example"));
+}
+
+TEST_F(TabletPanel, ClosingTwiceIsClosingOnce) {
+  services_.screen.setSizeAsRead({1024, 461});
+  open();
+  int closed = 0;
+  QObject::connect(&panel_, &RVSettingsViewController::closed, [&] { ++closed; });
+  EXPECT_EQ(panel_.settingViewPos()->frame(), QRectF(0, 44, 461, 461 - 22 - 44));
+  for (int press = 0; press < 2; ++press) {
+    accessible(QAccessible::Button, "Close")
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    settle();
+  }
+  EXPECT_EQ(panel_.view()->frame(), QRectF(200, -500, 566, 430));
+  services_.clock.advanceSeconds(0.59);
+  settle();
+  EXPECT_TRUE(panel_.view()->isInParent() && panel_.bShown());
+  services_.clock.advanceSeconds(0.02);
+  settle();
+  EXPECT_FALSE(panel_.view()->isInParent() || panel_.bShown());
+  EXPECT_EQ(closed, 1);
+  EXPECT_EQ(services_.defaults.string("FirstRun"), "3");
+  EXPECT_EQ(services_.defaults.string("SavedVersion"), value("Version"));
+}
+
+TEST(RVSwitchButton, IsGreenWhenOnAndGreyOtherwise) {
+  RVSwitchButton button;
+  button.click();
+  EXPECT_EQ(button.backgroundColor(), QColor(Qt::green));
+  button.click();
+  EXPECT_FALSE(button.onoff());
+  EXPECT_EQ(button.backgroundColor(), QColor(128, 128, 128));
+}
+
+}  // namespace
+}  // namespace seedmote
