@@ -20,6 +20,10 @@ FocusScope {
     Accessible.passwordEdit: true
     Accessible.onPressAction: input.forceActiveFocus()
 
+    // From here, also when the edit was ended by a key.
+    Keys.onTabPressed: input.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: input.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
     Rectangle {
         anchors.centerIn: parent
         width: field.width + 16
