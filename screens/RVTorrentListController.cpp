@@ -22,6 +22,7 @@ using platform::services;
 namespace {
 
 constexpr double kRefreshSeconds = 2.0;
+constexpr double kStartupSeconds = 2.0;
 constexpr int kAllStates = 1;
 constexpr std::int64_t kNoRow = std::numeric_limits<std::int64_t>::min();
 
@@ -41,7 +42,9 @@ json::ValueRef torrentAt(const json::Value& list, int row) {
 
 }  // namespace
 
-RVTorrentListController::RVTorrentListController(QObject* parent) : QObject(parent) {
+RVTorrentListController::RVTorrentListController(QObject* parent)
+    : QObject(parent),
+      toolbar_(std::make_unique<RVTorrentListPullbar>(services().device.userInterfaceIdiom())) {
   table_.setDataSource(this);
   connect(&table_, &platform::TableView::laidOut, this, &RVTorrentListController::updateEmptyState);
   connect(OvProgressHUD::sharedView(), &OvProgressHUD::changed, this,
@@ -59,8 +62,14 @@ RVTorrentListController::~RVTorrentListController() {
 
 void RVTorrentListController::viewDidLoad() {
   doInit();
+  addGesture();
+  addTorrentListPullBar();
   refreshTimer_ =
       services().timers.repeat("updateTorrentList", kRefreshSeconds, [this] { updateTorrentList(); });
+  if (services().device.userInterfaceIdiom() == platform::Idiom::phone) {
+    startupTimer_ =
+        services().timers.once("showFilterAtStartup", kStartupSeconds, [this] { showFilterAtStartup(); });
+  }
   log("Torrent List view is loaded.\n");
 }
 

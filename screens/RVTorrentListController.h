@@ -4,27 +4,36 @@
 #include <QString>
 #include <QtQmlIntegration>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "json/Value.h"
 #include "platform/core/Device.h"
 #include "platform/core/Timers.h"
+#include "platform/ui/GestureRecognizers.h"
 #include "platform/ui/TableView.h"
 #include "platform/ui/TableViewDataSource.h"
+#include "platform/ui/ViewGeometry.h"
 #include "screens/RVTorrentListCell.h"
+#include "screens/RVTorrentListPullbar.h"
 #include "screens/TorrentDetailPanel.h"
 
 namespace seedmote {
 
 // The torrent list: a table of the client's torrents, one cell each, those of other states than the
-// filter's with height 0. It asks the client every two seconds whether there is something new. Main
-// thread.
+// filter's with height 0. It asks the client every two seconds whether there is something new. Swipes slide
+// it aside, over the filter bar below its left edge; pulled down, it offers to add a torrent whose link was
+// copied. Main thread.
 class RVTorrentListController : public QObject, public platform::TableViewDataSource {
   Q_OBJECT
   QML_ELEMENT
   QML_UNCREATABLE("The torrent list is made by the program.")
+  Q_PROPERTY(seedmote::platform::ViewGeometry* view READ view CONSTANT)
+  Q_PROPERTY(seedmote::platform::GestureRecognizers* gestures READ gestures CONSTANT)
   Q_PROPERTY(seedmote::platform::TableView* table READ table CONSTANT)
+  Q_PROPERTY(seedmote::RVTorrentListPullbar* toolbar READ toolbar CONSTANT)
   Q_PROPERTY(QString emptyState READ emptyState NOTIFY emptyStateChanged)
   Q_PROPERTY(bool messageShown READ isMessageShown NOTIFY messageShownChanged)
 
@@ -44,7 +53,12 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   // Every two seconds: lists the torrents anew when the client has new data.
   void updateTorrentList();
 
+  platform::ViewGeometry* view() { return &view_; }
+  // How many points of the view lie below the screen's bottom edge: the last row is seen all the same.
+  void setHiddenBottom(double points);
+  platform::GestureRecognizers* gestures() { return &gestures_; }
   platform::TableView* table() { return &table_; }
+  RVTorrentListPullbar* toolbar() { return toolbar_.get(); }
   // Says why there is nothing to see, while the table is empty.
   QString emptyState() const { return emptyState_; }
   // True while the overlay speaks: two texts above each other can't be read.
@@ -60,6 +74,28 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   // Shows the item's description, when there is an item, in the label.
   void configureView();
   QString detailDescriptionLabel() const { return detailDescriptionLabel_; }
+
+  // Sliding.
+  void addGesture();
+  void handleSwipeFrom(platform::SwipeDirection direction);
+  // While there is one, a tap slides the list home and selects nothing.
+  void addTapGesture();
+  void removeTapGesture();
+  void handleSingleTap();
+  // On a phone, once: the shell has slid the list aside for the start.
+  void showFilterAtStartup();
+
+  // Pulling, and what is added.
+  void addTorrentListPullBar();
+  void scrollViewWillBeginDragging(double offset) override;
+  void scrollViewDidScroll(double offset) override;
+  void scrollViewDidEndDragging(double offset, bool willDecelerate) override;
+  // The answer to the question whether the copied link is to be added; 0: no.
+  void didDismissWithButtonIndex(int button);
+  // `url` is percent-escaped.
+  void addRemoteTorrent(const std::string& url);
+  // `file`: a path, or a file URL. Says that it was added whatever the daemon answers.
+  void addLocalTorrent(const std::string& file);
 
   int numberOfSectionsInTableView() override { return 1; }
   int numberOfRowsInSection(int section) override;
@@ -80,6 +116,9 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
 
  private:
   void doInit();
+  void slideTo(double x);
+  void placePullBar();
+  void offerCopiedTorrent();
   void selectTorrent(const TorrentIdentity& shown);
   // Null for a row that is not on the screen.
   const RVTorrentListCell* visibleCell(int row) const;
@@ -88,8 +127,17 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   void updateShaking();
   void updateEmptyState();
 
+  // The higher bar of a tablet is there, which wants a longer pull.
+  static inline bool REFRESH_HEADER_HEIGHT = false;
+
+  platform::ViewGeometry view_;
+  platform::GestureRecognizers gestures_;
   platform::TableView table_;
+  std::unique_ptr<RVTorrentListPullbar> toolbar_;
+  bool isDragging_ = false;
+  bool isLoading_ = false;  // stays so
   platform::Timers::Handle refreshTimer_;
+  platform::Timers::Handle startupTimer_;
   TorrentDetailPanel* torrentInfoViewController_ = nullptr;
   int filterID_ = 1;
   // The torrent whose row was tapped last; its icon shakes as long as it is the client's selection.

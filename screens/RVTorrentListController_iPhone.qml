@@ -2,17 +2,28 @@ import QtQuick
 import Seedmote.Platform
 import Seedmote.Screens
 
-ScrollingTable {
+ViewItem {
     id: list
 
     required property RVTorrentListController controller
 
-    table: list.controller.table
-    label: "Torrents"
-    delegate: RVTorrentListCell_iPhone {}
+    geometry: list.controller.view
 
-    EmptyNotice {
-        text: list.controller.emptyState
-        visible: !list.controller.messageShown
+    GestureArea {
+        anchors.fill: parent
+        recognizers: list.controller.gestures
+
+        ScrollingTable {
+            anchors.fill: parent
+            table: list.controller.table
+            label: "Torrents"
+            delegate: RVTorrentListCell_iPhone {}
+            header: RVTorrentListPullBar_iPhone { bar: list.controller.toolbar }
+
+            EmptyNotice {
+                text: list.controller.emptyState
+                visible: !list.controller.messageShown
+            }
+        }
     }
 }

@@ -23,8 +23,8 @@ class Alerts : public QObject {
   Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
 
  public:
-  // The first button is the one that changes nothing. `dismissed` is told the number of the button that was
-  // pressed, once the alert is gone.
+  // One button or two; the first is the one that changes nothing. `dismissed` is told the number of the
+  // button that was pressed, once the alert is gone.
   struct Alert {
     std::string title;
     std::string message;
@@ -36,6 +36,7 @@ class Alerts : public QObject {
 
   bool isShown() const { return !alerts_.empty(); }
   QString title() const;
+  // Without the middle of a text that is too long to be read.
   QString message() const;
   QStringList buttons() const;
 

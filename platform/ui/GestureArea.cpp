@@ -43,16 +43,17 @@ bool GestureArea::follow(QPointerEvent* event) {
     return false;
   }
   const QEventPoint& point = event->point(0);
-  const QPointF place = mapFromScene(point.scenePosition());
+  // The way of the finger in points: the view may slide away below it.
+  const QPointF way = mapFromScene(point.scenePosition()) - mapFromScene(start_);
   switch (point.state()) {
     case QEventPoint::Pressed:
       touch_ = Touch::atItsPlace;
-      start_ = place;
+      start_ = point.scenePosition();
       return false;
     case QEventPoint::Released:
       return released();
     default:
-      return moved(event, place - start_);
+      return moved(event, way);
   }
 }
 
@@ -85,6 +86,12 @@ bool GestureArea::released() {
 
 void GestureArea::mousePressEvent(QMouseEvent* event) {
   follow(event);
+}
+
+// A second touch soon after the first begins twice for Qt: whoever leaves the second beginning loses the
+// touch.
+void GestureArea::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
 }
 
 void GestureArea::mouseMoveEvent(QMouseEvent* event) {

@@ -35,6 +35,7 @@ class GestureArea : public QQuickItem {
  protected:
   bool childMouseEventFilter(QQuickItem* item, QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseUngrabEvent() override;
@@ -52,7 +53,7 @@ class GestureArea : public QQuickItem {
 
   QPointer<GestureRecognizers> recognizers_;
   Touch touch_ = Touch::none;
-  QPointF start_;
+  QPointF start_;  // in the scene
 };
 
 }  // namespace seedmote::platform

@@ -6,13 +6,16 @@ Rectangle {
 
     required property Flickable flickable
 
-    readonly property real visiblePart: flickable.height / Math.max(flickable.height, flickable.contentHeight)
+    // The margins are covered by something else.
+    readonly property real track: flickable.height - flickable.topMargin - flickable.bottomMargin
+    readonly property real visiblePart: track / Math.max(1, track, flickable.contentHeight)
+    readonly property real above: (flickable.contentY + flickable.topMargin) / Math.max(1, flickable.contentHeight)
 
     width: 3
     radius: 1.5
-    height: Math.max(24, visiblePart * flickable.height)
-    y: Math.min(1 - visiblePart, Math.max(0, flickable.contentY / Math.max(1, flickable.contentHeight)))
-       / Math.max(1e-9, 1 - visiblePart) * (flickable.height - height)
+    height: Math.max(24, visiblePart * track)
+    y: flickable.topMargin + Math.min(1 - visiblePart, Math.max(0, above))
+       / Math.max(1e-9, 1 - visiblePart) * (track - height)
     color: "#6b7f8c"
     visible: visiblePart < 1
     opacity: flickable.moving || settling.running ? 0.7 : 0

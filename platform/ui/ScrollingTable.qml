@@ -1,8 +1,9 @@
 import QtQuick
 import Seedmote.Platform
 
-// A table with what moves it: touch, wheel and keys. Children of `header` stand above the first row and
-// come into view when the content is pulled down; those of `emptySlot` show while there are no rows.
+// A table with what moves it: touch, wheel and keys. Children of `header` stand in the content, as wide as that:
+// above the first row, at a height below 0, they come into view when the content is pulled down. Those of
+// `emptySlot` show while there are no rows.
 Item {
     id: root
 
@@ -15,7 +16,7 @@ Item {
 
     Accessible.role: Accessible.List
     Accessible.name: root.label
-    activeFocusOnTab: true
+    activeFocusOnTab: root.table.scrollEnabled
 
     Keys.onUpPressed: root.table.scrollByRows(-1)
     Keys.onDownPressed: root.table.scrollByRows(1)
@@ -65,8 +66,6 @@ Item {
             id: header
 
             width: flickable.width
-            height: childrenRect.height
-            y: -height
         }
 
         TableRows {
@@ -85,6 +84,14 @@ Item {
 
         anchors.fill: parent
         visible: root.table.empty
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.activeFocus
+        color: "transparent"
+        border.color: "#1d76d8"
+        border.width: 2
     }
 
     ScrollIndicator {

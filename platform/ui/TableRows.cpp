@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QQmlContext>
 #include <QQmlEngine>
+#include <QWheelEvent>
 #include <utility>
 
 #include "platform/ui/GroupedTable.h"
@@ -167,6 +168,11 @@ void TableRows::mousePressEvent(QMouseEvent* event) {
   table_->touchCell(pressedCell_, &TableViewCell::touchesBegan);
 }
 
+// The second of two quick touches is a touch like the first: left to others, it would end here.
+void TableRows::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->setAccepted(pressedRow_ >= 0);
+}
+
 void TableRows::mouseReleaseEvent(QMouseEvent* event) {
   const int row = pressedRow_;
   endTouch(&TableViewCell::touchesEnded);
@@ -177,6 +183,20 @@ void TableRows::mouseReleaseEvent(QMouseEvent* event) {
 
 void TableRows::mouseUngrabEvent() {
   endTouch(&TableViewCell::touchesCancelled);
+}
+
+// Left to the surroundings, the scrolling of a touchpad would count as a drag, and could pull the table.
+void TableRows::wheelEvent(QWheelEvent* event) {
+  if (!table_ || event->phase() == Qt::NoScrollPhase) {
+    event->ignore();
+    return;
+  }
+  constexpr double kPixelsOfAngle = 0.5;  // a notch of a wheel, 120, moves a row or so
+  const double pixels =
+      event->pixelDelta().isNull() ? event->angleDelta().y() * kPixelsOfAngle : event->pixelDelta().y();
+  if (pixels != 0) {
+    table_->scrollBy((mapFromScene({0, 0}) - mapFromScene({0, pixels})).y());
+  }
 }
 
 void TableRows::endTouch(void (TableViewCell::*touch)()) {

@@ -42,8 +42,10 @@ class TableRows : public QQuickItem {
  protected:
   void geometryChange(const QRectF& now, const QRectF& before) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseUngrabEvent() override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   struct Shown {

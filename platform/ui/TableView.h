@@ -121,6 +121,8 @@ class TableView : public QObject {
   // it, by beginDecelerating().
   Q_INVOKABLE void endDragging(bool willDecelerate);
   Q_INVOKABLE void beginDecelerating();
+  // By a wheel, a touchpad or keys: not beyond the ends, and not at all where scrolling is disabled.
+  void scrollBy(double points, bool animated = false);
   Q_INVOKABLE void scrollByRows(int rows);
   Q_INVOKABLE void scrollByPages(int pages);
   Q_INVOKABLE void scrollToEnd(bool bottom);

@@ -73,18 +73,25 @@ void TableView::scrollToRow(int row, bool animated, ScrollPosition position) {
   }
 }
 
+void TableView::scrollBy(double points, bool animated) {
+  if (scrollEnabled_) {
+    setContentOffset(offset_ + points, animated);
+  }
+}
+
 void TableView::scrollByRows(int rows) {
   const TableLayout::Range range = layout_.shownBetween(clampedOffset(offset_), contentHeight());
   const double height = range.begin < range.end ? layout_.height(range.begin) : kUsualRowHeight;
-  setContentOffset(offset_ + rows * height, false);
+  scrollBy(rows * height);
 }
 
 void TableView::scrollByPages(int pages) {
-  setContentOffset(offset_ + pages * viewportHeight_, true);
+  scrollBy(pages * (viewportHeight_ - insetTop_ - insetBottom_), true);
 }
 
 void TableView::scrollToEnd(bool bottom) {
-  setContentOffset(bottom ? contentHeight() + insetBottom_ : -insetTop_, true);
+  const double end = contentHeight() + insetTop_ + insetBottom_;
+  scrollBy(bottom ? end : -end, true);
 }
 
 void TableView::beginDragging() {

@@ -9,6 +9,7 @@
 #include "client/RVTrans.h"
 #include "client/tests/ClientFixture.h"
 #include "screens/RVTorrentListController.h"
+#include "tests/support/TestUiServices.h"
 
 namespace seedmote {
 
@@ -94,6 +95,7 @@ class ListFixture : public testing::Test {
                          R"({"id":14,"name":"is done","status":0,"percentDone":1})";
   std::string details = R"({"comment":"details"})";
   support::TestServices services;
+  support::TestUiServices ui;
   platform::LogRecorder lines;
   std::unique_ptr<RVTorrentListController> controller;
 };

@@ -1,16 +1,9 @@
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QtTest/QTest>
-
-#include "ListFixture.h"
-#include "platform/ui/LayoutLoader.h"
+#include "ListWindow.h"
 
 namespace seedmote {
 namespace {
 
 using platform::Idiom;
-using platform::LayoutLoader;
 
 const char* const kTorrents =
     R"({"id":1,"name":"debian-12.5.0-amd64-netinst.iso","status":6,"percentDone":1,"totalSize":658505728,"uploadedEver":1934217216,"rateUpload":348160},)"
@@ -21,25 +14,9 @@ const char* const kTorrents =
     R"({"id":6,"name":"waiting for its turn","status":3,"percentDone":0,"totalSize":734003200},)"
     R"({"id":7,"name":"No peers yet <b>&amp;","status":4,"percentDone":0.999,"totalSize":734003200})";
 
-class TorrentListLayout : public ListFixture {
+class TorrentListLayout : public ListWindow {
  protected:
-  explicit TorrentListLayout(Idiom idiom) : ListFixture(idiom), idiom_(idiom) { torrents = kTorrents; }
-
-  // The window with the daemon's torrents in it.
-  void showAll() {
-    show();
-    showWindow();
-  }
-  void showWindow() {
-    const QSize size = idiom_ == Idiom::tablet ? QSize(660, 600) : QSize(419, 355);
-    window.resize(size);
-    list = loader.load(LayoutLoader::layoutName("RVTorrentListController", idiom_), *controller,
-                       window.contentItem());
-    list->setSize(size);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    settle();
-  }
+  explicit TorrentListLayout(Idiom idiom) : ListWindow(idiom) { torrents = kTorrents; }
 
   QQuickItem* iconOf(std::int64_t id) {
     for (QQuickItem* item : window.contentItem()->findChildren<QQuickItem*>()) {
@@ -49,19 +26,6 @@ class TorrentListLayout : public ListFixture {
       }
     }
     return nullptr;
-  }
-
-  // The colour of the window at a place of an item.
-  QColor colorAt(QQuickItem* item, QPointF place) {
-    return window.grabWindow().pixelColor(item->mapToScene(place).toPoint());
-  }
-
-  // With a folder in SEEDMOTE_PICTURES the scene is kept there for a look.
-  void keepPicture(const char* name) {
-    const QString folder = qEnvironmentVariable("SEEDMOTE_PICTURES");
-    if (!folder.isEmpty()) {
-      window.grabWindow().save(folder + QLatin1Char('/') + QLatin1String(name));
-    }
   }
 
   // Labels of the visible rows that reach into each other or out of their row.
@@ -98,12 +62,6 @@ class TorrentListLayout : public ListFixture {
     EXPECT_TRUE(any);
     EXPECT_THAT(found, testing::IsEmpty());
   }
-
-  Idiom idiom_;
-  QQmlEngine engine;
-  LayoutLoader loader{engine};
-  QQuickWindow window;
-  QQuickItem* list = nullptr;
 };
 
 class TabletLayoutTest : public TorrentListLayout {

@@ -19,6 +19,7 @@ ScrollingTable {
         }
     }
     header: Item {
+        y: -78
         width: 10
         height: 78
     }

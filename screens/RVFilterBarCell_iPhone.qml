@@ -1,0 +1,62 @@
+import QtQuick
+import Seedmote.Platform
+import Seedmote.Screens
+
+TableRow {
+    id: row
+
+    required property color separatorColor
+    required property real separatorInset
+
+    readonly property RVFilterBarCell filter: row.cell as RVFilterBarCell
+
+    activeFocusOnTab: true
+    Keys.onReturnPressed: row.cell.press()
+    Keys.onEnterPressed: row.cell.press()
+    Keys.onSpacePressed: row.cell.press()
+
+    Rectangle {
+        anchors.fill: parent
+        color: row.filter.backgroundColor
+        border.color: "#1d76d8"
+        border.width: row.activeFocus ? 2 : 0
+    }
+
+    // In the strip that stays to be seen beside a torrent list at home.
+    SharpImage {
+        anchors.verticalCenter: parent.verticalCenter
+        x: (50 - width) / 2
+        picture: row.filter.image
+    }
+
+    Text {
+        x: title.x + row.filter.shadowOffset.x
+        y: title.y + row.filter.shadowOffset.y
+        text: title.text
+        textFormat: Text.PlainText
+        color: row.filter.shadowColor
+        font: title.font
+        Accessible.ignored: true
+    }
+
+    Text {
+        id: title
+
+        anchors.verticalCenter: parent.verticalCenter
+        x: 56
+        text: row.filter.text
+        textFormat: Text.PlainText
+        color: row.filter.textColor
+        font.pixelSize: 14
+        Accessible.ignored: true  // the row says it
+    }
+
+    Rectangle {
+        x: row.separatorInset
+        y: row.height - height
+        width: row.width - x
+        height: 1
+        color: row.separatorColor
+        visible: !row.activeFocus
+    }
+}

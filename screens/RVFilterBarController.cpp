@@ -1,0 +1,106 @@
+#include "screens/RVFilterBarController.h"
+
+#include <memory>
+
+#include "app/resources/RVRes.h"
+#include "platform/core/Device.h"
+#include "platform/core/Log.h"
+#include "platform/core/Services.h"
+
+namespace seedmote {
+
+namespace {
+
+constexpr int kAllStates = 1;
+constexpr int kLastState = 7;
+constexpr int kSelectedImage = 10;  // beyond the image of the state that is not selected
+constexpr double kRowHeight = 50.0;
+constexpr int kBackground = 32;
+constexpr int kText = 51;
+constexpr int kSelectedText = 52;
+constexpr int kTextShadow = 53;
+
+QColor color(int id) {
+  const Color found = RVRes::getColor(id);
+  return QColor::fromRgbF(found.red, found.green, found.blue, found.alpha);
+}
+
+QUrl image(int id) {
+  return QUrl(QString::fromStdString(RVRes::getImage(id).url()));
+}
+
+}  // namespace
+
+RVFilterBarController::RVFilterBarController(QObject* parent) : QObject(parent) {
+  for (std::size_t row = 0; row < filterBarID.size(); ++row) {
+    filterBarStr_.at(row) = RVRes::getWording(filterBarID.at(row));
+    filterBarImage_.at(row) = image(filterBarID.at(row));
+    filterBarImageSel_.at(row) = image(filterBarID.at(row) + kSelectedImage);
+  }
+  table_.setDataSource(this);
+}
+
+RVFilterBarController::~RVFilterBarController() {
+  table_.setDataSource(nullptr);
+}
+
+// No separators stand below the last row: each belongs to its row.
+void RVFilterBarController::viewDidLoad() {
+  if (platform::services().device.systemVersionNumber() >= 7.0F) {
+    separatorInset_ = 0;
+  }
+  separatorColor_ = color(kBackground);
+  table_.setBackgroundColor(color(kBackground));
+  table_.setScrollEnabled(false);
+  table_.reload();
+  Q_EMIT loaded();
+  platform::log("Filter Bar view is loaded.\n");
+}
+
+int RVFilterBarController::numberOfRowsInSection(int /*section*/) {
+  return static_cast<int>(filterBarStr_.size());
+}
+
+double RVFilterBarController::heightForRowAtIndexPath(int /*row*/) {
+  return kRowHeight;
+}
+
+RVFilterBarCell* RVFilterBarController::cellForRowAtIndexPath(int row) {
+  auto* cell = static_cast<RVFilterBarCell*>(table_.dequeueReusableCell(RVFilterBarCell::kIdentifier));
+  if (cell == nullptr) {
+    cell = static_cast<RVFilterBarCell*>(table_.addCell(std::make_unique<RVFilterBarCell>()));
+  }
+  const auto place = static_cast<std::size_t>(row);
+  cell->text = QString::fromStdString(filterBarStr_.at(place));
+  cell->shadowColor = color(kTextShadow);
+  cell->shadowOffset = {2.0, 2.0};
+  cell->filterBarID = filterBarID.at(place);
+  cell->selected = cell->filterBarID == selectedid_;
+  cell->textColor = color(cell->selected ? kSelectedText : kText);
+  cell->image = (cell->selected ? filterBarImageSel_ : filterBarImage_).at(place);
+  cell->backgroundColor = color(kBackground);
+  cell->finishFilling();
+  return cell;
+}
+
+void RVFilterBarController::didSelectRowAtIndexPath(int row) {
+  const auto* cell = static_cast<const RVFilterBarCell*>(table_.visibleCell(row));
+  if (cell == nullptr) {
+    return;
+  }
+  const int id = cell->filterBarID;
+  selectedid_ = selectedid_ == id ? kAllStates : id;
+  if (id >= kAllStates && id <= kLastState) {
+    doFilter(id);
+  }
+  table_.reload();
+  platform::log("RVFilterBarController didSelectRowAtIndexPath = %d", id);
+}
+
+void RVFilterBarController::doFilter(int id) {
+  if (torrentListController_ != nullptr) {
+    torrentListController_->doFilter(id);
+  }
+}
+
+}  // namespace seedmote
