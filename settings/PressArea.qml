@@ -13,6 +13,7 @@ Item {
     signal pressed
 
     activeFocusOnTab: true
+    Accessible.ignored: !area.visible
     Accessible.role: area.role
     Accessible.name: area.name
     Accessible.focusable: true

@@ -71,7 +71,7 @@ void RVSettingsCell::beginEditing() {
 }
 
 void RVSettingsCell::edit(const QString& text) {
-  const bool isNew = text != this->text();
+  const bool isNew = text != fieldText();
   enterFromLayout(this, "edit", [path = path_, text = text.toStdString(), isNew](auto& cell) {
     Q_EMIT cell.edited(path, text, isNew);
   });

@@ -25,7 +25,8 @@ class RVSettingsCell : public platform::TableViewCell {
   Q_PROPERTY(bool hasSwitch READ hasSwitch NOTIFY filled)
   Q_PROPERTY(bool hasButton READ hasButton NOTIFY filled)
   Q_PROPERTY(bool hasStaticLabel READ hasStaticLabel NOTIFY filled)
-  Q_PROPERTY(QString text READ text NOTIFY filled)
+  Q_PROPERTY(QString fieldText READ fieldText NOTIFY filled)
+  Q_PROPERTY(QString title READ title NOTIFY filled)
   Q_PROPERTY(bool secure READ isSecure NOTIFY filled)
   Q_PROPERTY(Qt::InputMethodHints inputMethodHints READ inputMethodHints NOTIFY filled)
   Q_PROPERTY(bool on READ isOn NOTIFY filled)
@@ -52,8 +53,10 @@ class RVSettingsCell : public platform::TableViewCell {
   bool hasSwitch() const { return control_.kind == SettingControl::Kind::onOffSwitch; }
   bool hasButton() const { return control_.kind == SettingControl::Kind::button; }
   bool hasStaticLabel() const { return control_.kind == SettingControl::Kind::label; }
-  // Without what was typed since the cell was filled.
-  QString text() const { return QString::fromStdString(control_.text); }
+  // Of the text field, without what was typed since the cell was filled; empty where there is none.
+  QString fieldText() const { return hasTextField() ? QString::fromStdString(control_.text) : QString(); }
+  // Of the button or the label; empty where there is none.
+  QString title() const { return hasTextField() ? QString() : QString::fromStdString(control_.text); }
   bool isSecure() const { return control_.secure; }
   Qt::InputMethodHints inputMethodHints() const;
   bool isOn() const { return control_.on; }

@@ -55,8 +55,9 @@ TableRow {
             anchors.fill: parent
             setting: row.setting
             visible: row.setting.hasStaticLabel
+            Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
-            Accessible.name: row.setting.text
+            Accessible.name: row.setting.title
         }
     }
 

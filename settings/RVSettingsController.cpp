@@ -170,7 +170,11 @@ void RVSettingsController::switchOn(IndexPath path, bool on) {
 
 void RVSettingsController::makeRoomForKeyboard() {
   const std::optional<platform::Size> keyboard = services().screen.keyboard().size();
-  table()->setContentInset(0, keyboard ? keyboard->height : 0);
+  const double covered = keyboard ? keyboard->height : 0;
+  if (table()->insetBottom() == covered) {
+    return;
+  }
+  table()->setContentInset(0, covered);
   if (edit_) {
     reveal(edit_->path);
   } else {
@@ -178,8 +182,17 @@ void RVSettingsController::makeRoomForKeyboard() {
   }
 }
 
+// A row that can be seen whole stays where it is: the finger may be moving it.
 void RVSettingsController::reveal(IndexPath path) {
-  table()->scrollToRow(sections_.rowOf(path), true, platform::TableView::ScrollPosition::none);
+  const int row = sections_.rowOf(path);
+  const double top = table()->contentOffset();
+  const double bottom = top + view_.frame().height() - table()->insetBottom();
+  for (const platform::TableView::LiveRow& live : table()->liveRows()) {
+    if (live.row == row && live.top >= top && live.top + live.height <= bottom) {
+      return;
+    }
+  }
+  table()->scrollToRow(row, true, platform::TableView::ScrollPosition::none);
 }
 
 // The author.

@@ -7,7 +7,7 @@ Text {
 
     required property RVSettingsCell setting
 
-    text: label.setting.text
+    text: label.setting.title
     textFormat: Text.PlainText
     font.family: label.setting.font.family
     font.pixelSize: label.setting.font.pixelSize

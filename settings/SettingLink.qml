@@ -14,7 +14,7 @@ PressArea {
     ring.anchors.bottomMargin: 6
     onPressed: area.setting.pressButton()
     onActiveFocusChanged: area.setting.reveal()
-    Accessible.description: area.setting.text
+    Accessible.description: area.setting.title
 
     SettingLabel {
         anchors.fill: parent

@@ -4,11 +4,25 @@ import Seedmote.Settings
 
 // A row's text field. It gets a text whenever its cell is filled; what is typed goes to the cell at once. Only a
 // tap gives it the keys, so that a finger that scrolls brings up no keyboard.
-Item {
+FocusScope {
     id: field
 
     required property TableViewCell cell
     readonly property RVSettingsCell setting: field.cell as RVSettingsCell
+
+    // Where the text is secret, an assistive technology finds this and not the input, whose text it could read.
+    // (Fields of passwords are nameless in Qt.)
+    Accessible.ignored: !field.setting.secure || !field.visible
+    Accessible.role: Accessible.EditableText
+    Accessible.description: field.setting.label
+    Accessible.editable: true
+    Accessible.focusable: true
+    Accessible.passwordEdit: true
+    Accessible.onPressAction: input.forceActiveFocus()
+
+    // From here, also when the edit was ended by a key.
+    Keys.onTabPressed: input.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: input.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
     Rectangle {
         anchors.centerIn: parent
@@ -24,7 +38,7 @@ Item {
         id: input
 
         anchors.fill: parent
-        text: field.setting.text
+        text: field.setting.fieldText
         font: field.setting.font
         color: resting.visible ? "transparent" : "#1d2b36"
         selectionColor: "#1d76d8"
@@ -38,10 +52,10 @@ Item {
         activeFocusOnPress: input.activeFocus
         activeFocusOnTab: true
 
-        Accessible.role: Accessible.EditableText
+        Accessible.ignored: field.setting.secure || !field.visible
+        Accessible.role: field.setting.secure ? Accessible.NoRole : Accessible.EditableText
         Accessible.name: field.setting.label
         Accessible.editable: true
-        Accessible.passwordEdit: field.setting.secure
         Accessible.onPressAction: input.forceActiveFocus()
 
         onTextChanged: field.setting.edit(input.text)
@@ -60,7 +74,7 @@ Item {
 
         anchors.fill: parent
         visible: !input.activeFocus && !field.setting.secure
-        text: input.text
+        text: field.setting.secure ? "" : input.text
         textFormat: Text.PlainText
         elide: Text.ElideRight
         font: field.setting.font
@@ -74,8 +88,11 @@ Item {
         target: field.cell
 
         function onFilled() {
-            input.text = field.setting.text;
-            input.focus = field.setting.editing;
+            input.text = field.setting.fieldText;
+            if (field.setting.editing)
+                input.forceActiveFocus();
+            else
+                input.focus = false;
         }
     }
 }
