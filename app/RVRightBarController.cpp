@@ -227,7 +227,8 @@ void RVRightBarController::showSettingView() {
   if (panelPlace_.show) {
     panelPlace_.show(*settingsViewController_);
   }
-  platform::ViewGeometry::animate(kPanelSlide, [this] { settingsViewController_->view()->setFrame(panelFrame()); });
+  platform::ViewGeometry::animate(kPanelSlide,
+                                  [this] { settingsViewController_->view()->setFrame(panelFrame()); });
   settingsViewController_->setShown(true);
 }
 

@@ -41,6 +41,8 @@ class RVSettingsViewController : public QObject {
   // Whether the panel is on the screen; who opens it says when it has come.
   bool bShown() const { return bShown_; }
   void setShown(bool shown) { bShown_ = shown; }
+  // True from the first onCloseBtn() on.
+  bool isClosing() const { return !closing_.empty(); }
 
   // Stores the edit that is under way and slides the panel away; finishClose() follows by itself.
   void onCloseBtn();
