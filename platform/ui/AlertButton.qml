@@ -5,8 +5,8 @@ Item {
     id: button
 
     required property string title
-    required property bool first
-    required property bool last
+    property bool last: false
+    property bool divided: false  // from another on its left
 
     signal pressed
 
@@ -34,7 +34,7 @@ Item {
         width: 1
         height: parent.height
         color: "#d3e3eb"
-        visible: !button.first
+        visible: button.divided
     }
 
     Text {

@@ -112,24 +112,24 @@ Item {
         Row {
             id: buttons
 
+            readonly property int last: panel.alerts.buttons.length - 1
+
             y: scroll.y + scroll.height + 20
             width: parent.width
 
-            Repeater {
-                id: repeater
+            AlertButton {
+                visible: buttons.last > 0
+                width: buttons.width / 2
+                title: panel.alerts.buttons[0] ?? ""
+                onPressed: panel.alerts.press(0)
+            }
 
-                model: panel.alerts.buttons
-
-                AlertButton {
-                    required property int index
-                    required property string modelData
-
-                    width: buttons.width / repeater.count
-                    title: modelData
-                    first: index === 0
-                    last: index === repeater.count - 1
-                    onPressed: panel.alerts.press(index)
-                }
+            AlertButton {
+                width: buttons.last > 0 ? buttons.width / 2 : buttons.width
+                title: panel.alerts.buttons[buttons.last] ?? ""
+                last: true
+                divided: buttons.last > 0
+                onPressed: panel.alerts.press(buttons.last)
             }
         }
     }

@@ -23,8 +23,8 @@ class Alerts : public QObject {
   Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
 
  public:
-  // The first button is the one that changes nothing. `dismissed` is told the number of the button that was
-  // pressed, once the alert is gone.
+  // One button or two; the first is the one that changes nothing. `dismissed` is told the number of the
+  // button that was pressed, once the alert is gone.
   struct Alert {
     std::string title;
     std::string message;
