@@ -21,6 +21,8 @@ class RVFilterBarCell : public platform::TableViewCell {
   Q_PROPERTY(QPointF shadowOffset MEMBER shadowOffset NOTIFY filled)
   Q_PROPERTY(QUrl image MEMBER image NOTIFY filled)
   Q_PROPERTY(QColor backgroundColor MEMBER backgroundColor NOTIFY filled)
+  Q_PROPERTY(QColor separatorColor MEMBER separatorColor NOTIFY filled)
+  Q_PROPERTY(double separatorInset MEMBER separatorInset NOTIFY filled)
 
  public:
   static constexpr const char* kIdentifier = "Cell";
@@ -41,6 +43,8 @@ class RVFilterBarCell : public platform::TableViewCell {
   QPointF shadowOffset;
   QUrl image;
   QColor backgroundColor;
+  QColor separatorColor;  // of the line at its bottom
+  double separatorInset = 0;
 };
 
 }  // namespace seedmote

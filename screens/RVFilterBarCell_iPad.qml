@@ -5,9 +5,6 @@ import Seedmote.Screens
 TableRow {
     id: row
 
-    required property color separatorColor
-    required property real separatorInset
-
     readonly property RVFilterBarCell filter: row.cell as RVFilterBarCell
 
     activeFocusOnTab: true
@@ -52,11 +49,11 @@ TableRow {
     }
 
     Rectangle {
-        x: row.separatorInset
+        x: row.filter.separatorInset
         y: row.height - height
         width: row.width - x
         height: 1
-        color: row.separatorColor
+        color: row.filter.separatorColor
         visible: !row.activeFocus
     }
 }

@@ -53,7 +53,6 @@ void RVFilterBarController::viewDidLoad() {
   table_.setBackgroundColor(color(kBackground));
   table_.setScrollEnabled(false);
   table_.reload();
-  Q_EMIT loaded();
   platform::log("Filter Bar view is loaded.\n");
 }
 
@@ -79,6 +78,8 @@ RVFilterBarCell* RVFilterBarController::cellForRowAtIndexPath(int row) {
   cell->textColor = color(cell->selected ? kSelectedText : kText);
   cell->image = (cell->selected ? filterBarImageSel_ : filterBarImage_).at(place);
   cell->backgroundColor = color(kBackground);
+  cell->separatorColor = separatorColor_;
+  cell->separatorInset = separatorInset_;
   cell->finishFilling();
   return cell;
 }

@@ -24,8 +24,6 @@ class RVFilterBarController : public QObject, public platform::TableViewDataSour
   QML_UNCREATABLE("The filter bar is made by the program.")
   Q_PROPERTY(seedmote::platform::ViewGeometry* view READ view CONSTANT)
   Q_PROPERTY(seedmote::platform::TableView* table READ table CONSTANT)
-  Q_PROPERTY(QColor separatorColor READ separatorColor NOTIFY loaded)
-  Q_PROPERTY(double separatorInset READ separatorInset NOTIFY loaded)
 
  public:
   explicit RVFilterBarController(QObject* parent = nullptr);
@@ -41,9 +39,6 @@ class RVFilterBarController : public QObject, public platform::TableViewDataSour
 
   platform::ViewGeometry* view() { return &view_; }
   platform::TableView* table() { return &table_; }
-  QColor separatorColor() const { return separatorColor_; }
-  // Points that a separator begins beside the row's left edge.
-  double separatorInset() const { return separatorInset_; }
 
   int numberOfSectionsInTableView() override { return 1; }
   int numberOfRowsInSection(int section) override;
@@ -53,9 +48,6 @@ class RVFilterBarController : public QObject, public platform::TableViewDataSour
   bool canBuildRowsWhileWaiting() const override { return true; }
   // The highlight of a row that is chosen again goes back to all states, while the list stays filtered.
   void didSelectRowAtIndexPath(int row) override;
-
- Q_SIGNALS:
-  void loaded();
 
  private:
   static constexpr std::array<int, 7> filterBarID{1, 3, 5, 6, 2, 4, 7};
@@ -68,7 +60,7 @@ class RVFilterBarController : public QObject, public platform::TableViewDataSour
   platform::ViewGeometry view_;
   platform::TableView table_;
   QColor separatorColor_ = Qt::transparent;
-  double separatorInset_ = 15;
+  double separatorInset_ = 15;  // of systems that know no other
 };
 
 }  // namespace seedmote

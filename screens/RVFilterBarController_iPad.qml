@@ -13,9 +13,6 @@ ViewItem {
         anchors.fill: parent
         table: bar.controller.table
         label: "Filter"
-        delegate: RVFilterBarCell_iPad {
-            separatorColor: bar.controller.separatorColor
-            separatorInset: bar.controller.separatorInset
-        }
+        delegate: RVFilterBarCell_iPad {}
     }
 }

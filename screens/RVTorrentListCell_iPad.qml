@@ -30,7 +30,8 @@ TableRow {
             id: name
 
             x: 66
-            y: 8
+            anchors.baseline: content.top
+            anchors.baselineOffset: 23
             width: (eta.text.length > 0 ? eta.x - 12 : content.width - 18) - x
             text: row.torrent.labelTorrnetName
             elide: Text.ElideMiddle
@@ -45,28 +46,26 @@ TableRow {
             x: content.width - 18 - width
             anchors.baseline: name.baseline
             text: row.torrent.labelETA
-            color: "#1d76d8"
+            color: "#1a6fcc"
             font.pixelSize: 13
         }
 
-        TorrentLabel {
+        TorrentLine {
             x: name.x
-            y: 31
+            anchors.baseline: content.top
+            anchors.baselineOffset: 44
             width: content.width - 18 - x
             text: row.torrent.labelBytesInformation
             font.pixelSize: 13
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 9
         }
 
-        TorrentLabel {
+        TorrentLine {
             x: name.x
-            y: 48
+            anchors.baseline: content.top
+            anchors.baselineOffset: 61
             width: content.width - 18 - x
             text: row.torrent.labelSpeedInformation
             font.pixelSize: 13
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 9
         }
 
         TorrentProgress {

@@ -30,8 +30,9 @@ TableRow {
             id: name
 
             x: 48
-            y: 2
-            width: (eta.text.length > 0 ? eta.x - 8 : content.width - 12) - x
+            anchors.baseline: content.top
+            anchors.baselineOffset: 15
+            width: (eta.text.length > 0 ? eta.x - 8 : content.width - 8) - x
             text: row.torrent.labelTorrnetName
             elide: Text.ElideMiddle
             color: "#1d2b36"
@@ -42,37 +43,35 @@ TableRow {
         TorrentLabel {
             id: eta
 
-            x: content.width - 12 - width
+            x: content.width - 8 - width
             anchors.baseline: name.baseline
             text: row.torrent.labelETA
-            color: "#1d76d8"
+            color: "#1a6fcc"
             font.pixelSize: 12
         }
 
-        TorrentLabel {
+        TorrentLine {
             x: name.x
-            y: 19
-            width: content.width - 12 - x
+            anchors.baseline: content.top
+            anchors.baselineOffset: 31
+            width: content.width - 8 - x
             text: row.torrent.labelBytesInformation
             font.pixelSize: 12
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 9
         }
 
-        TorrentLabel {
+        TorrentLine {
             x: name.x
-            y: 33
-            width: content.width - 12 - x
+            anchors.baseline: content.top
+            anchors.baselineOffset: 45
+            width: content.width - 8 - x
             text: row.torrent.labelSpeedInformation
             font.pixelSize: 12
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 9
         }
 
         TorrentProgress {
             x: name.x
             y: 49
-            width: content.width - 12 - x
+            width: content.width - 8 - x
             height: 2
             torrent: row.torrent
         }

@@ -9,7 +9,7 @@ Rectangle {
 
     readonly property list<color> tints: [
         "#a9b8c2", "#a9b8c2",
-        "#8c9ba6", "#1d76d8", "#3c9a5f", "#12958c", "#c98a12", "#a9b8c2"
+        "#8c9ba6", "#1d76d8", "#3c9a5f", "#12958c", "#c98a12", "#8274c4"
     ]
 
     radius: height / 2

@@ -82,6 +82,19 @@ TEST_F(PhoneLayoutTest, NothingOverlaps) {
   expectNoCollisions("phone.png");
 }
 
+TEST_F(PhoneLayoutTest, CutsNoFiguresOnANarrowScreen) {
+  torrents = R"({"id":1,"status":4,"percentDone":1,"totalSize":690487296,"uploadedEver":1934217216,)"
+             R"("rateDownload":12345678,"rateUpload":348160})";
+  showAll();
+  for (const double width : {288.0, 419.0}) {
+    controller->view()->setFrame({0, 0, width, 355});
+    keepPicture(width == 288 ? "phone-narrow.png" : "phone-usual.png");
+    for (QQuickItem* item : list->findChildren<QQuickItem*>()) {
+      EXPECT_FALSE(item->property("truncated").toBool()) << item->property("text").toString().toStdString();
+    }
+  }
+}
+
 TEST_F(PhoneLayoutTest, SaysWhyItIsEmpty) {
   controller->viewDidLoad();
   showWindow();
