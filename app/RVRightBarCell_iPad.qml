@@ -22,6 +22,7 @@ TableRow {
         picture: row.button.customImageView
     }
 
+    // Dark, for the bar is half transparent.
     Rectangle {
         anchors.centerIn: parent
         width: 44
@@ -29,7 +30,7 @@ TableRow {
         radius: 8
         color: "transparent"
         border.width: 2
-        border.color: "#1d76d8"
+        border.color: "#00204a"
         visible: row.activeFocus
     }
 }
