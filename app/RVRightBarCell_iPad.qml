@@ -11,9 +11,13 @@ TableRow {
     Accessible.ignored: row.button.blank
     Accessible.selectable: false
     activeFocusOnTab: !row.button.blank
-    Keys.onReturnPressed: row.cell.press()
-    Keys.onEnterPressed: row.cell.press()
-    Keys.onSpacePressed: row.cell.press()
+    // A key that is held presses once: "Delete" must not confirm itself.
+    Keys.onPressed: event => {
+        const presses = [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key);
+        if (presses && !event.isAutoRepeat)
+            row.cell.press();
+        event.accepted = presses;
+    }
 
     SharpImage {
         anchors.centerIn: parent
