@@ -1,3 +1,4 @@
+#include <QKeyEvent>
 #include <algorithm>
 
 #include "ShellFixture.h"
@@ -100,6 +101,28 @@ TEST_F(LaunchedShellTest, DeleteTakesTwoTapsAndSurvivesARefresh) {
   EXPECT_EQ(bar().rightBarID()[16], 27);
   EXPECT_EQ(lines.count("rightbar doDeleteConfirm"), 1);
   EXPECT_THAT(OvProgressHUD::sharedView()->text().toStdString(), testing::StartsWith("Not connected!"));
+}
+
+TEST_F(LaunchedShellTest, AHeldKeyConfirmsNoDelete) {
+  launch(Idiom::tablet, "7.0");
+  bar().table()->scrollToRow(15, false, platform::TableView::ScrollPosition::middle);
+  settle();
+  const auto press = [this](Qt::Key key, bool again) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, again);
+    QCoreApplication::sendEvent(&delegate->window(), &event);
+    settle();
+  };
+  const auto focused = [this] {
+    const QQuickItem* const item = delegate->window().activeFocusItem();
+    const auto* const cell = item == nullptr ? nullptr : item->property("button").value<RVRightBarCell*>();
+    return cell == nullptr ? std::string() : cell->accessibleName().toStdString();
+  };
+  for (int tabs = 0; tabs < 20 && focused() != "Delete"; ++tabs) press(Qt::Key_Tab, false);
+  press(Qt::Key_Return, false);
+  press(Qt::Key_Return, true);
+  EXPECT_EQ(focused(), "Confirm delete");
+  press(Qt::Key_Return, false);
+  EXPECT_EQ(focused(), "Delete");
 }
 
 TEST_F(LaunchedShellTest, ANewVersionOpensThePanelOnce) {
