@@ -10,6 +10,7 @@
 #include "platform/core/Services.h"
 #include "platform/core/Threads.h"
 #include "platform/core/UserDefaults.h"
+#include "platform/ui/ReusableCell.h"
 #include "settings/RVSettingsViewController.h"
 #include "widgets/OvProgressHUD.h"
 
@@ -108,11 +109,7 @@ double RVRightBarController::heightForRowAtIndexPath(int /*row*/) {
 }
 
 RVRightBarCell* RVRightBarController::cellForRowAtIndexPath(int row) {
-  platform::TableViewCell* cell = table_.dequeueReusableCell(RVRightBarCell::kIdentifier);
-  if (cell == nullptr) {
-    cell = table_.addCell(std::make_unique<RVRightBarCell>());
-  }
-  auto* button = static_cast<RVRightBarCell*>(cell);
+  auto* button = platform::reusableCell<RVRightBarCell>(table_);
   button->setRightBarRow(row);
   button->setRightBarID(rightBarID_.at(static_cast<std::size_t>(row)));
   return button;

@@ -7,8 +7,8 @@
 #include "client/RVUtility.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
+#include "platform/ui/ReusableCell.h"
 #include "screens/RVSessionStatListCell.h"
-#include "screens/ReusableCell.h"
 
 namespace seedmote {
 
@@ -84,7 +84,7 @@ std::optional<std::string> RVSessionStatListController::titleForHeaderInSection(
 }
 
 platform::TableViewCell* RVSessionStatListController::cellForRowAtIndexPath(platform::IndexPath path) {
-  auto* cell = reusableCell<RVSessionStatListCell>(*table());
+  auto* cell = platform::reusableCell<RVSessionStatListCell>(*table());
   if (sessionStatusList_.empty()) {
     cell->fill("", "");
   } else {
