@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSysInfo>
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
@@ -56,8 +57,8 @@ void sayFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
   std::_Exit(1);
 }
 
-// The root view is scaled along with the window: letters that are fitted to the pixels of scale 1 lose rows of
-// them at others.
+// The root view is scaled along with the window: letters that are fitted to the pixels of scale 1 lose rows
+// of them at others.
 void setFontHinting() {
   QFont font = QGuiApplication::font();
   font.setHintingPreference(QFont::PreferNoHinting);
@@ -131,13 +132,15 @@ int Program::showWindow(int argc, char** argv) {
 
   RVAppDelegate delegate(store);
   delegate.didFinishLaunchingWithOptions();
-  platform::services().main.onQuit(
-      [&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
+  platform::MainThread& main = platform::services().main;
+  main.onQuit([&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
   std::optional<Snapshot> snapshot;
   if (line_.snapshot) {
     snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());
   }
-  return QGuiApplication::exec();
+  const int code = QGuiApplication::exec();
+  main.quit(code);  // whatever ended the loop, while all that hears of it is still there
+  return code;
 }
 
 }  // namespace seedmote
