@@ -131,10 +131,27 @@ void TableRows::showLiveRows() {
     }
   }
   placeRows();
+  orderRows();
   for (auto& [cell, shown] : delegates_) {
     if (shown.item != nullptr) {
       shown.item->setVisible(shown.live);
     }
+  }
+}
+
+// Keys and assistive technologies go from one child to the next.
+void TableRows::orderRows() {
+  if (!table_) {
+    return;
+  }
+  QQuickItem* before = nullptr;
+  for (const TableView::LiveRow& live : table_->liveRows()) {
+    const auto place = delegates_.find(live.cell);
+    QQuickItem* item = place != delegates_.end() ? place->second.item : nullptr;
+    if (item != nullptr && before != nullptr) {
+      item->stackAfter(before);
+    }
+    before = item != nullptr ? item : before;
   }
 }
 

@@ -57,6 +57,7 @@ class TableRows : public QQuickItem {
 
   void showLiveRows();
   void placeRows();
+  void orderRows();
   void dropDelegates();
   void changeDelegate(QPointer<QQmlComponent>& delegate, QQmlComponent* wanted);
   QQmlComponent* delegateFor(const TableViewCell* cell) const;

@@ -215,8 +215,7 @@ TEST_F(SettingsPanel, APasswordIsSeenNeitherInTheLogNorByAssistiveTechnology) {
       EXPECT_FALSE(found->text(text).contains(QLatin1String("geheim"))) << found->role() << text;
     }
     fields += found->role() == QAccessible::EditableText ? 1 : 0;
-    EXPECT_EQ(found->state().passwordEdit != 0,
-              found->text(QAccessible::Description) == QLatin1String("Password"));
+    EXPECT_EQ(found->state().passwordEdit != 0, found->text(QAccessible::Name) == QLatin1String("Password"));
   }
   EXPECT_EQ(fields, 5);
 }
