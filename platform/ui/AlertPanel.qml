@@ -109,13 +109,14 @@ Item {
             }
         }
 
-        Row {
+        Item {
             id: buttons
 
             readonly property int last: panel.alerts.buttons.length - 1
 
             y: scroll.y + scroll.height + 20
             width: parent.width
+            height: 48
 
             AlertButton {
                 visible: buttons.last > 0
@@ -125,6 +126,7 @@ Item {
             }
 
             AlertButton {
+                x: buttons.width - width
                 width: buttons.last > 0 ? buttons.width / 2 : buttons.width
                 title: panel.alerts.buttons[buttons.last] ?? ""
                 last: true
