@@ -9,6 +9,14 @@ ViewItem {
 
     geometry: list.controller.view
 
+    // Down to the screen's edge, else the statistics would show below the list while it covers them.
+    Rectangle {
+        y: list.height
+        width: list.width
+        height: 5
+        color: list.controller.table.backgroundColor
+    }
+
     GestureArea {
         anchors.fill: parent
         recognizers: list.controller.gestures

@@ -68,9 +68,9 @@ Item {
             id: scroll
 
             x: 20
-            y: title.y + title.height + 8
+            y: Math.round(title.y + title.height) + 8
             width: parent.width - 40
-            height: Math.min(message.height, metrics.height * 6.5, panel.height - 160)
+            height: Math.round(Math.min(message.height, metrics.height * 6.5, panel.height - 160))
             contentHeight: message.height
             interactive: contentHeight > height
             boundsBehavior: Flickable.StopAtBounds
