@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include <QFont>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSysInfo>
@@ -55,6 +56,14 @@ void sayFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
   std::_Exit(1);
 }
 
+// The root view is scaled along with the window: letters that are fitted to the pixels of scale 1 lose rows of
+// them at others.
+void setFontHinting() {
+  QFont font = QGuiApplication::font();
+  font.setHintingPreference(QFont::PreferNoHinting);
+  QGuiApplication::setFont(font);
+}
+
 Idiom idiomOfScreen() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) {
@@ -107,6 +116,7 @@ int Program::showWindow(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Seedmote"));
   QGuiApplication::setQuitOnLastWindowClosed(false);
   const QGuiApplication application(argc, argv);
+  setFontHinting();
 
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
   const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),

@@ -9,7 +9,7 @@ ViewItem {
 
     geometry: list.controller.view
 
-    // Down to the screen's edge, else the statistics would show below the list while it covers them.
+    // The statistics end lower than the list, which covers them once it is slid aside.
     Rectangle {
         y: list.height
         width: list.width
@@ -33,5 +33,11 @@ ViewItem {
                 visible: !list.controller.messageShown
             }
         }
+    }
+
+    SheetEdges {
+        anchors.fill: parent
+        anchors.topMargin: -list.y
+        lifted: list.x / 100
     }
 }
