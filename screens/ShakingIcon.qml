@@ -2,18 +2,18 @@ import QtQuick
 import Seedmote.Platform
 import Seedmote.Screens
 
-// A torrent's state; shakes while the torrent is selected. It goes from one side to the other in five steps: as
+// A torrent's state; shakes while the torrent is selected. It goes from one side to the other in four steps: as
 // smooth to the eye as with every frame of the screen, for half the work.
 SharpImage {
     id: icon
 
     required property RVTorrentListCell torrent
 
-    property int step: 0  // of ten, there and back
+    property int step: 0  // of eight, there and back
 
     picture: icon.torrent.imageStatus
     fillMode: Image.PreserveAspectFit
-    rotation: icon.torrent.shaking ? icon.torrent.shakeDegrees * (1 - Math.abs(icon.step - 5) / 2.5) : 0
+    rotation: icon.torrent.shaking ? icon.torrent.shakeDegrees * (1 - Math.abs(icon.step - 4) / 2) : 0
 
     Rectangle {
         anchors.fill: parent
@@ -24,7 +24,7 @@ SharpImage {
     Timer {
         running: icon.torrent.shaking && icon.visible
         repeat: true
-        interval: icon.torrent.shakeMilliseconds / 5
-        onTriggered: icon.step = (icon.step + 1) % 10
+        interval: icon.torrent.shakeMilliseconds / 4
+        onTriggered: icon.step = (icon.step + 1) % 8
     }
 }
