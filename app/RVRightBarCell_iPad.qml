@@ -11,9 +11,13 @@ PressableRow {
     Accessible.role: Accessible.Button
     Accessible.selectable: false
     activeFocusOnTab: !row.button.blank
-    Keys.onReturnPressed: row.cell.press()
-    Keys.onEnterPressed: row.cell.press()
-    Keys.onSpacePressed: row.cell.press()
+    // A key that is held presses once: "Delete" must not confirm itself.
+    Keys.onPressed: event => {
+        const presses = [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key);
+        if (presses && !event.isAutoRepeat)
+            row.cell.press();
+        event.accepted = presses;
+    }
 
     SharpImage {
         anchors.centerIn: parent
@@ -22,6 +26,7 @@ PressableRow {
         picture: row.button.customImageView
     }
 
+    // Dark, for the bar is half transparent.
     Rectangle {
         anchors.centerIn: parent
         width: 44
@@ -29,7 +34,7 @@ PressableRow {
         radius: 8
         color: "transparent"
         border.width: 2
-        border.color: "#1d76d8"
+        border.color: "#00204a"
         visible: row.activeFocus
     }
 }

@@ -29,7 +29,7 @@ ViewItem {
 
     SheetEdges {
         anchors.fill: parent
-        anchors.topMargin: -list.y
+        anchors.topMargin: 4
         lifted: (list.x - 50) / 100
     }
 }

@@ -37,7 +37,7 @@ ViewItem {
 
     SheetEdges {
         anchors.fill: parent
-        anchors.topMargin: -list.y
-        lifted: list.x / 100
+        anchors.topMargin: 4
+        divided: list.x > 0
     }
 }

@@ -5,8 +5,9 @@ import QtQuick
 Item {
     id: edges
 
-    // 0 where the sheet lies beside the others, 1 and more where it covers them.
+    // 0 where the sheet lies beside the others or covers them wholly, 1 and more where it covers a part.
     property real lifted
+    property bool divided: true  // from what lies at its left
 
     Rectangle {
         x: edges.width
@@ -33,5 +34,6 @@ Item {
         width: 1
         height: edges.height
         color: "#d3e3eb"
+        visible: edges.divided
     }
 }

@@ -7,7 +7,7 @@ TorrentLabel {
     readonly property bool narrow: line.width < 250
 
     fontSizeMode: Text.HorizontalFit
-    minimumPixelSize: 8
+    minimumPixelSize: 7
     font.letterSpacing: line.narrow ? -0.5 : 0
     font.wordSpacing: line.narrow ? -0.5 : 0
 }
