@@ -20,8 +20,9 @@ class SecretFieldInterface : public QAccessibleObject, public QAccessibleActionI
     state.editable = true;
     state.focusable = true;
     state.focused = field().hasActiveFocus();
-    state.invisible = !field().isVisible() || !field().window()->isVisible();
-    state.offscreen = !field().window()->geometry().intersects(rect());
+    const QQuickWindow* window = field().window();
+    state.invisible = !field().isVisible() || window == nullptr || !window->isVisible();
+    state.offscreen = window == nullptr || !window->geometry().intersects(rect());
     return state;
   }
 
@@ -31,6 +32,9 @@ class SecretFieldInterface : public QAccessibleObject, public QAccessibleActionI
   void setText(QAccessible::Text /*text*/, const QString& /*value*/) override {}
 
   QRect rect() const override {
+    if (field().window() == nullptr) {
+      return {};
+    }
     const QRectF inWindow = field().mapRectToScene({0, 0, field().width(), field().height()});
     return inWindow.toAlignedRect().translated(field().window()->mapToGlobal(QPoint()));
   }
@@ -44,7 +48,8 @@ class SecretFieldInterface : public QAccessibleObject, public QAccessibleActionI
         return around;
       }
     }
-    return QAccessible::queryAccessibleInterface(field().window());
+    QObject* window = field().window();
+    return window != nullptr ? QAccessible::queryAccessibleInterface(window) : nullptr;
   }
   QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
   QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
