@@ -54,12 +54,14 @@ void RVSettingsViewController::placeSettingView() {
 }
 
 void RVSettingsViewController::onCloseBtn() {
-  settingController_.endEditing();
+  settingController_.leave();
   ViewGeometry::animate(kSlideSeconds, [this] { view_.setFrame(offScreenFrame()); });
   closing_.push_back(services().timers.once("finishClose", kCloseSeconds, [this] { finishClose(); }));
+  Q_EMIT closingChanged();
 }
 
 void RVSettingsViewController::finishClose() {
+  settingController_.leave();
   const bool wasThere = view_.isInParent();
   view_.setInParent(false);
   platform::UserDefaults& defaults = services().defaults;

@@ -8,6 +8,8 @@ ViewItem {
     required property RVSettingsViewController controller
 
     geometry: panel.controller.view
+    // What is merely invisible keeps the keys.
+    enabled: panel.geometry.inParent
     Accessible.role: Accessible.Pane
     Accessible.name: "Settings"
 
@@ -24,6 +26,8 @@ ViewItem {
 
         ViewItem {
             geometry: panel.controller.settingViewPos
+            // Its rows pass under the finger when the panel slides away.
+            enabled: !panel.controller.closing
 
             RVSettingsController_iPad {
                 controller: panel.controller.settingController

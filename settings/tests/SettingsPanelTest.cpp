@@ -282,5 +282,30 @@ TEST_F(TabletPanel, ClosingTwiceIsClosingOnce) {
   EXPECT_EQ(services_.defaults.string("SavedVersion"), value("Version"));
 }
 
+TEST_F(SettingsPanel, APanelThatClosesTakesNothingElse) {
+  open();
+  tap(kUser);
+  type("anna");
+  const QPoint close(int(panel_.view()->frame().width()) - 42, 44);
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, close);
+  settle();
+  EXPECT_EQ(value("Username"), "anna");
+  tap(kSwitch);
+  pressAccessible(QAccessible::CheckBox, "Use SSL");
+  EXPECT_EQ(value("UseSSL"), "False");
+  tap(kHost);
+  type("x");
+  pressAccessible(QAccessible::EditableText, "Port");
+  accessible(QAccessible::EditableText, "Time-out (s)")->setText(QAccessible::Value, QStringLiteral("60"));
+  pressAccessible(QAccessible::Link, "Author");
+  EXPECT_EQ(value("Timeout"), "30");
+  EXPECT_FALSE(screen().isEditing());
+  EXPECT_TRUE(ui_.urlOpener.opened.empty());
+  EXPECT_TRUE(layout_->isAncestorOf(window_.activeFocusItem())) << "Close has the keys";
+  services_.clock.advanceSeconds(0.61);
+  settle();
+  EXPECT_FALSE(layout_->isAncestorOf(window_.activeFocusItem()));
+}
+
 }  // namespace
 }  // namespace seedmote
