@@ -103,6 +103,7 @@ RVSettingsCell& RVSettingsController::reusableCell() {
   }
   auto made = std::make_unique<RVSettingsCell>();
   RVSettingsCell& cell = *made;
+  connect(&cell, &RVSettingsCell::fieldPressed, this, &RVSettingsController::giveKeys);
   connect(&cell, &RVSettingsCell::editingBegan, this, &RVSettingsController::beginEditing);
   connect(&cell, &RVSettingsCell::edited, this, &RVSettingsController::edit);
   connect(&cell, &RVSettingsCell::editingEnded, this, &RVSettingsController::fieldLostKeys);
@@ -118,6 +119,13 @@ RVSettingsCell* RVSettingsController::visibleCell(IndexPath path) const {
 }
 
 // Edits.
+
+void RVSettingsController::giveKeys(IndexPath path) {
+  RVSettingsCell* cell = visibleCell(path);
+  if (cell != nullptr && !left_) {
+    cell->giveKeys();
+  }
+}
 
 // A field gets the keys again when its row comes back into view; then its edit goes on.
 void RVSettingsController::beginEditing(IndexPath path) {

@@ -67,6 +67,7 @@ class RVSettingsController : public QObject, private platform::GroupedTableDataS
   const SettingRow& rowAt(platform::IndexPath path) const;
   bool isEdited(platform::IndexPath path) const { return edit_ && edit_->path == path; }
 
+  void giveKeys(platform::IndexPath path);
   void beginEditing(platform::IndexPath path);
   void edit(platform::IndexPath path, const std::string& text, bool isNew);
   void fieldLostKeys(platform::IndexPath path);

@@ -75,7 +75,10 @@ void RVSettingsViewController::finishClose() {
 }
 
 void RVSettingsViewController::pressClose() {
-  platform::pressFromLayout(this, "Close", [](auto& panel) { panel.onCloseBtn(); });
+  if (!services().main.swallowsInput()) {
+    Q_EMIT closePressed();
+    platform::enterFromLayout(this, "Close", [](auto& panel) { panel.onCloseBtn(); });
+  }
 }
 
 }  // namespace seedmote

@@ -56,6 +56,9 @@ class RVSettingsViewController : public QObject {
   Q_INVOKABLE void pressClose();
 
  Q_SIGNALS:
+  // To the layout, before onCloseBtn(): the keys go to the button, so that the field that is written in gets
+  // what the keyboard still holds back.
+  void closePressed();
   void closingChanged();
   // Told once, as the last of finishClose(): who drops the panel then does so by deleteLater().
   void closed();

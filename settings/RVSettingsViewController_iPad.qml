@@ -58,10 +58,14 @@ ViewItem {
                 height: bar.height
                 name: "Close"
                 ring.anchors.margins: 4
-                // The field that is written in loses the keys, and gets what the keyboard still holds back.
-                onPressed: {
-                    close.forceActiveFocus();
-                    panel.controller.pressClose();
+                onPressed: panel.controller.pressClose()
+
+                Connections {
+                    target: panel.controller
+
+                    function onClosePressed() {
+                        close.forceActiveFocus();
+                    }
                 }
 
                 Text {

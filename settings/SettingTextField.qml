@@ -36,7 +36,7 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: field.setting.label
         Accessible.editable: true
-        Accessible.onPressAction: plain.forceActiveFocus()
+        Accessible.onPressAction: field.setting.pressField()
     }
 
     // A text that is too long for the field shows its beginning while nobody writes in it.
@@ -59,7 +59,7 @@ FocusScope {
         anchors.fill: parent
         label: field.setting.label
         visible: field.setting.secure
-        onPressed: secret.forceActiveFocus()
+        onPressed: field.setting.pressField()
         // An assistive technology is to look for it. What it finds the field says itself.
         Accessible.ignored: !field.setting.secure || !field.visible
 

@@ -307,5 +307,25 @@ TEST_F(SettingsPanel, APanelThatClosesTakesNothingElse) {
   EXPECT_FALSE(layout_->isAncestorOf(window_.activeFocusItem()));
 }
 
+TEST_F(SettingsPanel, NothingComesPastAMessage) {
+  open();
+  tap(kUser);
+  type("anna");
+  const QQuickItem* field = window_.activeFocusItem();
+  services_.main.setSwallowsInput([] { return true; });
+  pressAccessible(QAccessible::Button, "Close");
+  pressAccessible(QAccessible::EditableText, "Port");
+  EXPECT_EQ(window_.activeFocusItem(), field);
+  QAccessibleInterface* timeout = accessible(QAccessible::EditableText, "Time-out (s)");
+  timeout->setText(QAccessible::Value, QStringLiteral("60"));
+  settle();
+  EXPECT_EQ(value("Timeout"), "30");
+  EXPECT_EQ(timeout->text(QAccessible::Value), QLatin1String("30")) << "shown again";
+  services_.main.setSwallowsInput(nullptr);
+  pressAccessible(QAccessible::EditableText, "Port");
+  EXPECT_EQ(value("Username"), "anna");
+  EXPECT_TRUE(screen().isEditing());
+}
+
 }  // namespace
 }  // namespace seedmote
