@@ -111,8 +111,11 @@ void RVSettingsCell::pressButton() {
   pressFromLayout(this, "link", [title = control_.text](auto& cell) { Q_EMIT cell.buttonPressed(title); });
 }
 
-void RVSettingsCell::reveal() {
-  enterFromLayout(this, "control with keys", [path = path_](auto& cell) { Q_EMIT cell.revealWanted(path); });
+void RVSettingsCell::reveal(bool hasKeys) {
+  if (hasKeys) {
+    enterFromLayout(this, "control with keys",
+                    [path = path_](auto& cell) { Q_EMIT cell.revealWanted(path); });
+  }
 }
 
 }  // namespace seedmote

@@ -81,8 +81,8 @@ class RVSettingsCell : public platform::TableViewCell {
   Q_INVOKABLE void edit(const QString& text);
   Q_INVOKABLE void pressSwitch();
   Q_INVOKABLE void pressButton();
-  // The control has the keys now.
-  Q_INVOKABLE void reveal();
+  // Another control has the keys now, or lost them.
+  Q_INVOKABLE void reveal(bool hasKeys);
 
  Q_SIGNALS:
   // To the text field.

@@ -245,6 +245,10 @@ TEST_F(SettingsPanel, TheSwitchIsPressedInEveryWay) {
   static_cast<QQuickItem*>(control->object())->forceActiveFocus();
   press(Qt::Key_Space);
   EXPECT_EQ(value("UseSSL"), "True");
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
+  QCoreApplication::sendEvent(&window_, &held);
+  settle();
+  EXPECT_EQ(value("UseSSL"), "True") << "held";
 }
 
 TEST_F(SettingsPanel, ALetterToTheAuthorNamesTheVersions) {
