@@ -20,7 +20,7 @@ ViewItem {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Item {
+    TabRing {
         anchors.fill: parent
         clip: true
 

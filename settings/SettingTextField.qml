@@ -10,10 +10,6 @@ FocusScope {
     readonly property RVSettingsCell setting: field.cell as RVSettingsCell
     readonly property SettingInput input: field.setting.secure ? secret : plain
 
-    // From the input, also when the edit was ended by a key.
-    Keys.onTabPressed: field.input.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
-    Keys.onBacktabPressed: field.input.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-
     Rectangle {
         anchors.centerIn: parent
         width: field.width + 16

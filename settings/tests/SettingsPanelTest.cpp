@@ -6,6 +6,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QtTest/QTest>
+#include <set>
 #include <stdexcept>
 #include <tuple>
 #include <vector>
@@ -329,6 +330,23 @@ TEST_F(SettingsPanel, NothingComesPastAMessage) {
   pressAccessible(QAccessible::EditableText, "Port");
   EXPECT_EQ(value("Username"), "anna");
   EXPECT_TRUE(screen().isEditing());
+}
+
+TEST_F(SettingsPanel, TabGoesRoundInside) {
+  open();
+  QQuickItem behind(window_.contentItem());
+  behind.setActiveFocusOnTab(true);
+  behind.forceActiveFocus();
+  std::vector<QQuickItem*> stops;
+  for (int stop = 0; stop < 10; ++stop) {
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(layout_->isAncestorOf(window_.activeFocusItem())) << stop;
+    stops.push_back(window_.activeFocusItem());
+  }
+  EXPECT_EQ(std::set(stops.begin(), stops.end()).size(), 9u) << "the table, seven rows, Close";
+  EXPECT_EQ(stops.back(), stops.front());
+  press(Qt::Key_Backtab);
+  EXPECT_EQ(window_.activeFocusItem(), stops.at(8));
 }
 
 }  // namespace
