@@ -43,7 +43,7 @@ TextInput {
         if (input.isInUse())
             input.setting.edit(input.text);
     }
-    onActiveFocusChanged: input.activeFocus ? input.setting.beginEditing() : input.setting.endEditing()
+    onActiveFocusChanged: input.setting.takeKeys(input.activeFocus)
     onAccepted: input.focus = false
     Keys.onEscapePressed: input.focus = false
     Component.onCompleted: input.fill()
@@ -53,10 +53,14 @@ TextInput {
     }
 
     Connections {
-        target: input.cell
+        target: input.setting
 
         function onFilled() {
             input.fill();
+        }
+        function onKeysWanted() {
+            if (input.isInUse())
+                input.forceActiveFocus();
         }
     }
 }

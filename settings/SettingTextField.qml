@@ -10,10 +10,6 @@ FocusScope {
     readonly property RVSettingsCell setting: field.cell as RVSettingsCell
     readonly property SettingInput input: field.setting.secure ? secret : plain
 
-    // From the input, also when the edit was ended by a key.
-    Keys.onTabPressed: field.input.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
-    Keys.onBacktabPressed: field.input.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-
     Rectangle {
         anchors.centerIn: parent
         width: field.width + 16
@@ -36,7 +32,7 @@ FocusScope {
         Accessible.role: Accessible.EditableText
         Accessible.name: field.setting.label
         Accessible.editable: true
-        Accessible.onPressAction: plain.forceActiveFocus()
+        Accessible.onPressAction: field.setting.pressField()
     }
 
     // A text that is too long for the field shows its beginning while nobody writes in it.
@@ -59,7 +55,7 @@ FocusScope {
         anchors.fill: parent
         label: field.setting.label
         visible: field.setting.secure
-        onPressed: secret.forceActiveFocus()
+        onPressed: field.setting.pressField()
         // An assistive technology is to look for it. What it finds the field says itself.
         Accessible.ignored: !field.setting.secure || !field.visible
 
