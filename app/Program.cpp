@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSysInfo>
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
@@ -131,13 +132,15 @@ int Program::showWindow(int argc, char** argv) {
 
   RVAppDelegate delegate(store);
   delegate.didFinishLaunchingWithOptions();
-  platform::services().main.onQuit(
-      [&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
+  platform::MainThread& main = platform::services().main;
+  main.onQuit([&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
   std::optional<Snapshot> snapshot;
   if (line_.snapshot) {
     snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());
   }
-  return QGuiApplication::exec();
+  const int code = QGuiApplication::exec();
+  main.quit(code);  // whatever ended the loop, while all that hears of it is still there
+  return code;
 }
 
 }  // namespace seedmote

@@ -2,13 +2,13 @@ import QtQuick
 import Seedmote.App
 import Seedmote.Platform
 
-TableRow {
+PressableRow {
     id: row
 
     readonly property RVRightBarCell button: row.cell as RVRightBarCell
 
+    activeFocusOnTab: !row.button.blank
     Accessible.role: Accessible.Button
-    Accessible.ignored: row.button.blank
     Accessible.selectable: false
     activeFocusOnTab: !row.button.blank
     // A key that is held presses once: "Delete" must not confirm itself.

@@ -13,6 +13,7 @@ ViewItem {
         anchors.fill: parent
         table: bar.controller.table
         label: "Actions"
+        Accessible.role: Accessible.ToolBar
         delegate: RVRightBarCell_iPad {}
     }
 }

@@ -2,21 +2,16 @@ import QtQuick
 import Seedmote.Platform
 import Seedmote.Screens
 
-TableRow {
+PressableRow {
     id: row
 
     readonly property RVFilterBarCell filter: row.cell as RVFilterBarCell
 
     activeFocusOnTab: true
-    Keys.onReturnPressed: row.cell.press()
-    Keys.onEnterPressed: row.cell.press()
-    Keys.onSpacePressed: row.cell.press()
 
     Rectangle {
         anchors.fill: parent
         color: row.filter.backgroundColor
-        border.color: "#1d76d8"
-        border.width: row.activeFocus ? 2 : 0
     }
 
     // In the strip that stays to be seen beside a torrent list at home.
@@ -54,6 +49,5 @@ TableRow {
         width: row.width - x
         height: 1
         color: row.filter.separatorColor
-        visible: !row.activeFocus
     }
 }

@@ -2,7 +2,7 @@ import QtQuick
 import Seedmote.Platform
 import Seedmote.Screens
 
-TableRow {
+PressableRow {
     id: row
 
     readonly property RVTorrentListCell torrent: row.cell as RVTorrentListCell

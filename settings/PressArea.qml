@@ -18,9 +18,9 @@ Item {
     Accessible.name: area.name
     Accessible.focusable: true
     Accessible.onPressAction: area.pressed()
-    Keys.onSpacePressed: area.pressed()
-    Keys.onReturnPressed: area.pressed()
-    Keys.onEnterPressed: area.pressed()
+    Keys.onSpacePressed: event => event.isAutoRepeat || area.pressed()
+    Keys.onReturnPressed: event => event.isAutoRepeat || area.pressed()
+    Keys.onEnterPressed: event => event.isAutoRepeat || area.pressed()
 
     MouseArea {
         id: mouse

@@ -66,19 +66,40 @@ QColor RVSettingsCell::backgroundColor() {
   return QColor::fromRgbF(color.red, color.green, color.blue, color.alpha);
 }
 
-void RVSettingsCell::beginEditing() {
-  enterFromLayout(this, "begin of an edit", [path = path_](auto& cell) { Q_EMIT cell.editingBegan(path); });
+// What came past something in front is not taken: the field goes back to what it was.
+template <class Step>
+void RVSettingsCell::pressOrShowAgain(std::string_view where, Step step) {
+  if (platform::services().main.swallowsInput()) {
+    enterFromLayout(this, where, [](auto& cell) { Q_EMIT cell.filled(); });
+  } else {
+    enterFromLayout(this, where, std::move(step));
+  }
 }
 
+void RVSettingsCell::pressField() {
+  pressFromLayout(this, "text field", [path = path_](auto& cell) { Q_EMIT cell.fieldPressed(path); });
+}
+
+void RVSettingsCell::takeKeys(bool has) {
+  hasKeys_ = has;
+  if (has) {
+    pressOrShowAgain("begin of an edit", [path = path_](auto& cell) { Q_EMIT cell.editingBegan(path); });
+  } else {
+    enterFromLayout(this, "end of an edit", [path = path_](auto& cell) { Q_EMIT cell.editingEnded(path); });
+  }
+}
+
+// Only an assistive technology sets another text without the keys.
 void RVSettingsCell::edit(const QString& text) {
   const bool isNew = text != fieldText();
-  enterFromLayout(this, "edit", [path = path_, text = text.toStdString(), isNew](auto& cell) {
+  const auto step = [path = path_, text = text.toStdString(), isNew](auto& cell) {
     Q_EMIT cell.edited(path, text, isNew);
-  });
-}
-
-void RVSettingsCell::endEditing() {
-  enterFromLayout(this, "end of an edit", [path = path_](auto& cell) { Q_EMIT cell.editingEnded(path); });
+  };
+  if (hasKeys_ || !isNew) {
+    enterFromLayout(this, "edit", step);
+  } else {
+    pressOrShowAgain("edit", step);
+  }
 }
 
 void RVSettingsCell::pressSwitch() {
@@ -90,8 +111,11 @@ void RVSettingsCell::pressButton() {
   pressFromLayout(this, "link", [title = control_.text](auto& cell) { Q_EMIT cell.buttonPressed(title); });
 }
 
-void RVSettingsCell::reveal() {
-  enterFromLayout(this, "control with keys", [path = path_](auto& cell) { Q_EMIT cell.revealWanted(path); });
+void RVSettingsCell::reveal(bool hasKeys) {
+  if (hasKeys) {
+    enterFromLayout(this, "control with keys",
+                    [path = path_](auto& cell) { Q_EMIT cell.revealWanted(path); });
+  }
 }
 
 }  // namespace seedmote

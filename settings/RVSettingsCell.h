@@ -7,6 +7,7 @@
 #include <QtQmlIntegration>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/ui/GroupedTable.h"
 #include "platform/ui/TableViewCell.h"
@@ -44,6 +45,8 @@ class RVSettingsCell : public platform::TableViewCell {
   void fill(platform::IndexPath path, const std::optional<std::string>& label, SettingControl control,
             bool editing);
   void setOn(bool on);
+  // Gives the text field the keys.
+  void giveKeys() { Q_EMIT keysWanted(); }
   // An edit of the row is over, and this is its text.
   void endEditingWith(const std::string& text);
 
@@ -71,17 +74,21 @@ class RVSettingsCell : public platform::TableViewCell {
 
   QString accessibleName() const override { return label_; }
 
-  // From the layout. A text field's: it has the keys now; it shows `text`; it has lost the keys.
-  Q_INVOKABLE void beginEditing();
+  // From the layout. A text field's: it was pressed, but not touched; it has the keys now, or lost them; it
+  // shows `text`.
+  Q_INVOKABLE void pressField();
+  Q_INVOKABLE void takeKeys(bool has);
   Q_INVOKABLE void edit(const QString& text);
-  Q_INVOKABLE void endEditing();
   Q_INVOKABLE void pressSwitch();
   Q_INVOKABLE void pressButton();
-  // The control has the keys now.
-  Q_INVOKABLE void reveal();
+  // Another control has the keys now, or lost them.
+  Q_INVOKABLE void reveal(bool hasKeys);
 
  Q_SIGNALS:
+  // To the text field.
+  void keysWanted();
   // To the controller, through the main thread's gate, with the row that the cell showed at that moment.
+  void fieldPressed(seedmote::platform::IndexPath path);
   void editingBegan(seedmote::platform::IndexPath path);
   // `isNew`: the text isn't what the cell gave the field.
   void edited(seedmote::platform::IndexPath path, const std::string& text, bool isNew);
@@ -91,10 +98,14 @@ class RVSettingsCell : public platform::TableViewCell {
   void revealWanted(seedmote::platform::IndexPath path);
 
  private:
+  template <class Step>
+  void pressOrShowAgain(std::string_view where, Step step);
+
   platform::IndexPath path_;
   QString label_;
   SettingControl control_;
   bool editing_ = false;
+  bool hasKeys_ = false;
 };
 
 }  // namespace seedmote

@@ -7,6 +7,8 @@ TableRow {
 
     readonly property RVSettingsCell setting: row.cell as RVSettingsCell
 
+    Accessible.ignored: true  // the control has the name
+
     Rectangle {
         anchors.fill: parent
         color: row.setting.backgroundColor
@@ -57,7 +59,7 @@ TableRow {
             visible: row.setting.hasStaticLabel
             Accessible.ignored: !visible
             Accessible.role: Accessible.StaticText
-            Accessible.name: row.setting.title
+            Accessible.name: row.setting.label + ", " + row.setting.title
         }
     }
 

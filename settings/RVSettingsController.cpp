@@ -103,11 +103,12 @@ RVSettingsCell& RVSettingsController::reusableCell() {
   }
   auto made = std::make_unique<RVSettingsCell>();
   RVSettingsCell& cell = *made;
+  connect(&cell, &RVSettingsCell::fieldPressed, this, &RVSettingsController::giveKeys);
   connect(&cell, &RVSettingsCell::editingBegan, this, &RVSettingsController::beginEditing);
   connect(&cell, &RVSettingsCell::edited, this, &RVSettingsController::edit);
   connect(&cell, &RVSettingsCell::editingEnded, this, &RVSettingsController::fieldLostKeys);
   connect(&cell, &RVSettingsCell::switchPressed, this, &RVSettingsController::switchOn);
-  connect(&cell, &RVSettingsCell::buttonPressed, this, &RVSettingsController::onAuthorBtn);
+  connect(&cell, &RVSettingsCell::buttonPressed, this, &RVSettingsController::pressAuthor);
   connect(&cell, &RVSettingsCell::revealWanted, this, &RVSettingsController::reveal);
   table.addCell(std::move(made));
   return cell;
@@ -119,8 +120,18 @@ RVSettingsCell* RVSettingsController::visibleCell(IndexPath path) const {
 
 // Edits.
 
+void RVSettingsController::giveKeys(IndexPath path) {
+  RVSettingsCell* cell = visibleCell(path);
+  if (cell != nullptr && !left_) {
+    cell->giveKeys();
+  }
+}
+
 // A field gets the keys again when its row comes back into view; then its edit goes on.
 void RVSettingsController::beginEditing(IndexPath path) {
+  if (left_) {
+    return;
+  }
   if (!isEdited(path)) {
     endEditing();
     edit_ = Edit{path, SettingControl::of(services().defaults.object(rowAt(path).settingName)).text};
@@ -132,7 +143,7 @@ void RVSettingsController::beginEditing(IndexPath path) {
 void RVSettingsController::edit(IndexPath path, const std::string& text, bool isNew) {
   if (isEdited(path)) {
     edit_->draft = text;
-  } else if (isNew) {
+  } else if (isNew && !left_) {
     storeText(path, text);
   }
 }
@@ -150,6 +161,11 @@ void RVSettingsController::endEditing() {
   }
 }
 
+void RVSettingsController::leave() {
+  endEditing();
+  left_ = true;
+}
+
 void RVSettingsController::storeText(IndexPath path, const std::string& text) {
   if (const SettingRow::Selector change = rowAt(path).selector) {
     (store_.*change)(ChangedControl{.text = text, .on = false});
@@ -160,6 +176,9 @@ void RVSettingsController::storeText(IndexPath path, const std::string& text) {
 }
 
 void RVSettingsController::switchOn(IndexPath path, bool on) {
+  if (left_) {
+    return;
+  }
   store_.usesslChanged(ChangedControl{.text = "", .on = on});
   if (RVSettingsCell* cell = visibleCell(path)) {
     cell->setOn(on);
@@ -196,6 +215,12 @@ void RVSettingsController::reveal(IndexPath path) {
 }
 
 // The author.
+
+void RVSettingsController::pressAuthor(const std::string& title) {
+  if (!left_) {
+    onAuthorBtn(title);
+  }
+}
 
 void RVSettingsController::onAuthorBtn(const std::string& title) {
   log("onAuthorBtn");

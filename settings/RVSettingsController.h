@@ -37,6 +37,8 @@ class RVSettingsController : public QObject, private platform::GroupedTableDataS
   // Ends the edit that is under way, if there is one, and stores its text.
   void endEditing();
   bool isEditing() const { return edit_.has_value(); }
+  // The screen goes: ends the edit, and takes nothing from its rows any more.
+  void leave();
 
   // Opens a letter to the author, whose address the button shows.
   void onAuthorBtn(const std::string& title);
@@ -65,11 +67,13 @@ class RVSettingsController : public QObject, private platform::GroupedTableDataS
   const SettingRow& rowAt(platform::IndexPath path) const;
   bool isEdited(platform::IndexPath path) const { return edit_ && edit_->path == path; }
 
+  void giveKeys(platform::IndexPath path);
   void beginEditing(platform::IndexPath path);
   void edit(platform::IndexPath path, const std::string& text, bool isNew);
   void fieldLostKeys(platform::IndexPath path);
   void storeText(platform::IndexPath path, const std::string& text);
   void switchOn(platform::IndexPath path, bool on);
+  void pressAuthor(const std::string& title);
 
   void makeRoomForKeyboard();
   void reveal(platform::IndexPath path);
@@ -79,6 +83,7 @@ class RVSettingsController : public QObject, private platform::GroupedTableDataS
   platform::GroupedTable sections_{*this};
   platform::Subscription keyboard_;
   std::optional<Edit> edit_;
+  bool left_ = false;
 };
 
 }  // namespace seedmote

@@ -54,12 +54,14 @@ void RVSettingsViewController::placeSettingView() {
 }
 
 void RVSettingsViewController::onCloseBtn() {
-  settingController_.endEditing();
+  settingController_.leave();
   ViewGeometry::animate(kSlideSeconds, [this] { view_.setFrame(offScreenFrame()); });
   closing_.push_back(services().timers.once("finishClose", kCloseSeconds, [this] { finishClose(); }));
+  Q_EMIT closingChanged();
 }
 
 void RVSettingsViewController::finishClose() {
+  settingController_.leave();
   const bool wasThere = view_.isInParent();
   view_.setInParent(false);
   platform::UserDefaults& defaults = services().defaults;
@@ -73,7 +75,10 @@ void RVSettingsViewController::finishClose() {
 }
 
 void RVSettingsViewController::pressClose() {
-  platform::pressFromLayout(this, "Close", [](auto& panel) { panel.onCloseBtn(); });
+  if (!services().main.swallowsInput()) {
+    Q_EMIT closePressed();
+    platform::enterFromLayout(this, "Close", [](auto& panel) { panel.onCloseBtn(); });
+  }
 }
 
 }  // namespace seedmote

@@ -21,6 +21,7 @@ class RVSettingsViewController : public QObject {
   Q_PROPERTY(seedmote::platform::ViewGeometry* view READ view CONSTANT)
   Q_PROPERTY(seedmote::platform::ViewGeometry* settingViewPos READ settingViewPos CONSTANT)
   Q_PROPERTY(seedmote::RVSettingsController* settingController READ settingController CONSTANT)
+  Q_PROPERTY(bool closing READ isClosing NOTIFY closingChanged)
 
  public:
   // `store` outlives the panel.
@@ -44,15 +45,21 @@ class RVSettingsViewController : public QObject {
   // True from the first onCloseBtn() on.
   bool isClosing() const { return !closing_.empty(); }
 
-  // Stores the edit that is under way and slides the panel away; finishClose() follows by itself.
+  // Stores the edit that is under way and slides the panel away, which takes nothing but the press of Close
+  // meanwhile; finishClose() follows by itself.
   void onCloseBtn();
-  // Takes the panel's view out of its parent and remembers that this version's settings were seen.
+  // Ends the edit, takes the panel's view out of its parent and remembers that this version's settings were
+  // seen.
   void finishClose();
 
   // From the layout.
   Q_INVOKABLE void pressClose();
 
  Q_SIGNALS:
+  // To the layout, before onCloseBtn(): the keys go to the button, so that the field that is written in gets
+  // what the keyboard still holds back.
+  void closePressed();
+  void closingChanged();
   // Told once, as the last of finishClose(): who drops the panel then does so by deleteLater().
   void closed();
 

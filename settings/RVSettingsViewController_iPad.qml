@@ -8,6 +8,8 @@ ViewItem {
     required property RVSettingsViewController controller
 
     geometry: panel.controller.view
+    // What is merely invisible keeps the keys.
+    enabled: panel.geometry.inParent
     Accessible.role: Accessible.Pane
     Accessible.name: "Settings"
 
@@ -18,12 +20,14 @@ ViewItem {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Item {
+    TabRing {
         anchors.fill: parent
         clip: true
 
         ViewItem {
             geometry: panel.controller.settingViewPos
+            // Its rows pass under the finger when the panel slides away.
+            enabled: !panel.controller.closing
 
             RVSettingsController_iPad {
                 controller: panel.controller.settingController
@@ -54,10 +58,14 @@ ViewItem {
                 height: bar.height
                 name: "Close"
                 ring.anchors.margins: 4
-                // The field that is written in loses the keys, and gets what the keyboard still holds back.
-                onPressed: {
-                    close.forceActiveFocus();
-                    panel.controller.pressClose();
+                onPressed: panel.controller.pressClose()
+
+                Connections {
+                    target: panel.controller
+
+                    function onClosePressed() {
+                        close.forceActiveFocus();
+                    }
                 }
 
                 Text {

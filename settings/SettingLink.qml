@@ -13,7 +13,7 @@ PressArea {
     ring.anchors.topMargin: 6
     ring.anchors.bottomMargin: 6
     onPressed: area.setting.pressButton()
-    onActiveFocusChanged: area.setting.reveal()
+    onActiveFocusChanged: area.setting.reveal(area.activeFocus)
     Accessible.description: area.setting.title
 
     SettingLabel {

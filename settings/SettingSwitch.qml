@@ -13,7 +13,7 @@ PressArea {
     ring.anchors.margins: -4
     ring.radius: 18
     onPressed: area.setting.pressSwitch()
-    onActiveFocusChanged: area.setting.reveal()
+    onActiveFocusChanged: area.setting.reveal(area.activeFocus)
     Accessible.checkable: true
     Accessible.checked: area.setting.on
     Accessible.onToggleAction: area.setting.pressSwitch()

@@ -2,27 +2,13 @@ import QtQuick
 import Seedmote.Platform
 import Seedmote.Settings
 
-// A row's text field. It gets a text whenever its cell is filled; what is typed goes to the cell at once. Only a
-// tap gives it the keys, so that a finger that scrolls brings up no keyboard.
+// A row's text field. It has an input for a text that all may read and one for a secret.
 FocusScope {
     id: field
 
     required property TableViewCell cell
     readonly property RVSettingsCell setting: field.cell as RVSettingsCell
-
-    // Where the text is secret, an assistive technology finds this and not the input, whose text it could read.
-    // (Fields of passwords are nameless in Qt.)
-    Accessible.ignored: !field.setting.secure || !field.visible
-    Accessible.role: Accessible.EditableText
-    Accessible.description: field.setting.label
-    Accessible.editable: true
-    Accessible.focusable: true
-    Accessible.passwordEdit: true
-    Accessible.onPressAction: input.forceActiveFocus()
-
-    // From here, also when the edit was ended by a key.
-    Keys.onTabPressed: input.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
-    Keys.onBacktabPressed: input.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+    readonly property SettingInput input: field.setting.secure ? secret : plain
 
     Rectangle {
         anchors.centerIn: parent
@@ -30,42 +16,23 @@ FocusScope {
         height: 32
         radius: 8
         color: field.setting.backgroundColor
-        border.width: input.activeFocus ? 2 : 1
-        border.color: input.activeFocus ? "#1d76d8" : "#b9cdd8"
+        border.width: field.input.activeFocus ? 2 : 1
+        border.color: field.input.activeFocus ? "#1d76d8" : "#b9cdd8"
     }
 
-    TextInput {
-        id: input
+    SettingInput {
+        id: plain
 
         anchors.fill: parent
-        text: field.setting.fieldText
-        font: field.setting.font
-        color: resting.visible ? "transparent" : "#1d2b36"
-        selectionColor: "#1d76d8"
-        selectedTextColor: "white"
-        echoMode: field.setting.secure ? TextInput.Password : TextInput.Normal
-        inputMethodHints: field.setting.inputMethodHints
-        horizontalAlignment: TextInput.AlignRight
-        verticalAlignment: TextInput.AlignVCenter
-        selectByMouse: true
-        clip: true
-        activeFocusOnPress: input.activeFocus
-        activeFocusOnTab: true
+        cell: field.cell
+        visible: !field.setting.secure
+        color: resting.visible ? "transparent" : resting.color
 
         Accessible.ignored: field.setting.secure || !field.visible
-        Accessible.role: field.setting.secure ? Accessible.NoRole : Accessible.EditableText
+        Accessible.role: Accessible.EditableText
         Accessible.name: field.setting.label
         Accessible.editable: true
-        Accessible.onPressAction: input.forceActiveFocus()
-
-        onTextChanged: field.setting.edit(input.text)
-        onActiveFocusChanged: input.activeFocus ? field.setting.beginEditing() : field.setting.endEditing()
-        onAccepted: input.focus = false
-        Keys.onEscapePressed: input.focus = false
-
-        TapHandler {
-            onTapped: input.forceActiveFocus()
-        }
+        Accessible.onPressAction: field.setting.pressField()
     }
 
     // A text that is too long for the field shows its beginning while nobody writes in it.
@@ -73,8 +40,8 @@ FocusScope {
         id: resting
 
         anchors.fill: parent
-        visible: !input.activeFocus && !field.setting.secure
-        text: field.setting.secure ? "" : input.text
+        visible: !plain.activeFocus && !field.setting.secure
+        text: plain.text
         textFormat: Text.PlainText
         elide: Text.ElideRight
         font: field.setting.font
@@ -84,15 +51,20 @@ FocusScope {
         Accessible.ignored: true
     }
 
-    Connections {
-        target: field.cell
+    SecretField {
+        anchors.fill: parent
+        label: field.setting.label
+        visible: field.setting.secure
+        onPressed: field.setting.pressField()
+        // An assistive technology is to look for it. What it finds the field says itself.
+        Accessible.ignored: !field.setting.secure || !field.visible
 
-        function onFilled() {
-            input.text = field.setting.fieldText;
-            if (field.setting.editing)
-                input.forceActiveFocus();
-            else
-                input.focus = false;
+        SettingInput {
+            id: secret
+
+            anchors.fill: parent
+            cell: field.cell
+            secret: true
         }
     }
 }

@@ -8,7 +8,7 @@ build_packages=(g++ cmake ninja-build pkgconf qt6-base-dev qt6-declarative-dev q
   qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window qt6-wayland fonts-dejavu-core)
 demo_packages=(python3 transmission-daemon fonts-droid-fallback)
 test_packages=(libgtest-dev libgmock-dev qt6-base-private-dev libssl-dev zlib1g-dev locales
-  clang-format clang-tidy shellcheck "${demo_packages[@]}")
+  at-spi2-core gir1.2-atspi-2.0 python3-gi dbus-daemon xvfb xdotool clang-format clang-tidy shellcheck "${demo_packages[@]}")
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -68,9 +68,9 @@ Item {
             id: scroll
 
             x: 20
-            y: title.y + title.height + 8
+            y: Math.round(title.y + title.height) + 8
             width: parent.width - 40
-            height: Math.min(message.height, metrics.height * 6.5, panel.height - 160)
+            height: Math.round(Math.min(message.height, metrics.height * 6.5, panel.height - 160))
             contentHeight: message.height
             interactive: contentHeight > height
             boundsBehavior: Flickable.StopAtBounds
@@ -109,13 +109,14 @@ Item {
             }
         }
 
-        Row {
+        Item {
             id: buttons
 
             readonly property int last: panel.alerts.buttons.length - 1
 
             y: scroll.y + scroll.height + 20
             width: parent.width
+            height: 48
 
             AlertButton {
                 visible: buttons.last > 0
@@ -125,6 +126,7 @@ Item {
             }
 
             AlertButton {
+                x: buttons.width - width
                 width: buttons.last > 0 ? buttons.width / 2 : buttons.width
                 title: panel.alerts.buttons[buttons.last] ?? ""
                 last: true

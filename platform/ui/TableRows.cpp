@@ -131,10 +131,27 @@ void TableRows::showLiveRows() {
     }
   }
   placeRows();
+  orderRows();
   for (auto& [cell, shown] : delegates_) {
     if (shown.item != nullptr) {
       shown.item->setVisible(shown.live);
     }
+  }
+}
+
+// Keys and assistive technologies go from one child to the next.
+void TableRows::orderRows() {
+  if (!table_) {
+    return;
+  }
+  QQuickItem* before = nullptr;
+  for (const TableView::LiveRow& live : table_->liveRows()) {
+    const auto place = delegates_.find(live.cell);
+    QQuickItem* item = place != delegates_.end() ? place->second.item : nullptr;
+    if (item != nullptr && before != nullptr) {
+      item->stackAfter(before);
+    }
+    before = item != nullptr ? item : before;
   }
 }
 
@@ -164,6 +181,7 @@ void TableRows::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     return;
   }
+  pressedToken_ = table_->tokenOf(pressedRow_);
   pressedCell_ = table_->visibleCell(pressedRow_);
   table_->touchCell(pressedCell_, &TableViewCell::touchesBegan);
 }
@@ -176,7 +194,8 @@ void TableRows::mouseDoubleClickEvent(QMouseEvent* event) {
 void TableRows::mouseReleaseEvent(QMouseEvent* event) {
   const int row = pressedRow_;
   endTouch(&TableViewCell::touchesEnded);
-  if (row >= 0 && rowAt(event->position()) == row && table_) {
+  // A list that came meanwhile may have put something else under the finger.
+  if (row >= 0 && table_ && rowAt(event->position()) == row && table_->tokenOf(row) == pressedToken_) {
     table_->tapRow(row);
   }
 }

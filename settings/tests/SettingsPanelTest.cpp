@@ -6,6 +6,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QtTest/QTest>
+#include <set>
 #include <stdexcept>
 #include <tuple>
 #include <vector>
@@ -215,8 +216,7 @@ TEST_F(SettingsPanel, APasswordIsSeenNeitherInTheLogNorByAssistiveTechnology) {
       EXPECT_FALSE(found->text(text).contains(QLatin1String("geheim"))) << found->role() << text;
     }
     fields += found->role() == QAccessible::EditableText ? 1 : 0;
-    EXPECT_EQ(found->state().passwordEdit != 0,
-              found->text(QAccessible::Description) == QLatin1String("Password"));
+    EXPECT_EQ(found->state().passwordEdit != 0, found->text(QAccessible::Name) == QLatin1String("Password"));
   }
   EXPECT_EQ(fields, 5);
 }
@@ -246,6 +246,10 @@ TEST_F(SettingsPanel, TheSwitchIsPressedInEveryWay) {
   static_cast<QQuickItem*>(control->object())->forceActiveFocus();
   press(Qt::Key_Space);
   EXPECT_EQ(value("UseSSL"), "True");
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
+  QCoreApplication::sendEvent(&window_, &held);
+  settle();
+  EXPECT_EQ(value("UseSSL"), "True") << "held";
 }
 
 TEST_F(SettingsPanel, ALetterToTheAuthorNamesTheVersions) {
@@ -281,6 +285,68 @@ TEST_F(TabletPanel, ClosingTwiceIsClosingOnce) {
   EXPECT_EQ(closed, 1);
   EXPECT_EQ(services_.defaults.string("FirstRun"), "3");
   EXPECT_EQ(services_.defaults.string("SavedVersion"), value("Version"));
+}
+
+TEST_F(SettingsPanel, APanelThatClosesTakesNothingElse) {
+  open();
+  tap(kUser);
+  type("anna");
+  const QPoint close(int(panel_.view()->frame().width()) - 42, 44);
+  QTest::mouseClick(&window_, Qt::LeftButton, {}, close);
+  settle();
+  EXPECT_EQ(value("Username"), "anna");
+  tap(kSwitch);
+  pressAccessible(QAccessible::CheckBox, "Use SSL");
+  EXPECT_EQ(value("UseSSL"), "False");
+  tap(kHost);
+  type("x");
+  pressAccessible(QAccessible::EditableText, "Port");
+  accessible(QAccessible::EditableText, "Time-out (s)")->setText(QAccessible::Value, QStringLiteral("60"));
+  pressAccessible(QAccessible::Link, "Author");
+  EXPECT_EQ(value("Timeout"), "30");
+  EXPECT_FALSE(screen().isEditing());
+  EXPECT_TRUE(ui_.urlOpener.opened.empty());
+  EXPECT_TRUE(layout_->isAncestorOf(window_.activeFocusItem())) << "Close has the keys";
+  services_.clock.advanceSeconds(0.61);
+  settle();
+  EXPECT_FALSE(layout_->isAncestorOf(window_.activeFocusItem()));
+}
+
+TEST_F(SettingsPanel, NothingComesPastAMessage) {
+  open();
+  tap(kUser);
+  type("anna");
+  const QQuickItem* field = window_.activeFocusItem();
+  services_.main.setSwallowsInput([] { return true; });
+  pressAccessible(QAccessible::Button, "Close");
+  pressAccessible(QAccessible::EditableText, "Port");
+  EXPECT_EQ(window_.activeFocusItem(), field);
+  QAccessibleInterface* timeout = accessible(QAccessible::EditableText, "Time-out (s)");
+  timeout->setText(QAccessible::Value, QStringLiteral("60"));
+  settle();
+  EXPECT_EQ(value("Timeout"), "30");
+  EXPECT_EQ(timeout->text(QAccessible::Value), QLatin1String("30")) << "shown again";
+  services_.main.setSwallowsInput(nullptr);
+  pressAccessible(QAccessible::EditableText, "Port");
+  EXPECT_EQ(value("Username"), "anna");
+  EXPECT_TRUE(screen().isEditing());
+}
+
+TEST_F(SettingsPanel, TabGoesRoundInside) {
+  open();
+  QQuickItem behind(window_.contentItem());
+  behind.setActiveFocusOnTab(true);
+  behind.forceActiveFocus();
+  std::vector<QQuickItem*> stops;
+  for (int stop = 0; stop < 10; ++stop) {
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(layout_->isAncestorOf(window_.activeFocusItem())) << stop;
+    stops.push_back(window_.activeFocusItem());
+  }
+  EXPECT_EQ(std::set(stops.begin(), stops.end()).size(), 9u) << "the table, seven rows, Close";
+  EXPECT_EQ(stops.back(), stops.front());
+  press(Qt::Key_Backtab);
+  EXPECT_EQ(window_.activeFocusItem(), stops.at(8));
 }
 
 }  // namespace

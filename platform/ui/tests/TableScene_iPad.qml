@@ -9,7 +9,7 @@ ScrollingTable {
 
     table: scene.controller.table
     label: "Torrents"
-    delegate: TableRow {
+    delegate: PressableRow {
         id: row
 
         readonly property FakeCell fake: row.cell as FakeCell
