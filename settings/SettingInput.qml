@@ -53,7 +53,7 @@ TextInput {
     }
 
     Connections {
-        target: input.setting
+        target: input.cell
 
         function onFilled() {
             input.fill();
