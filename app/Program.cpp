@@ -1,8 +1,10 @@
 #include "app/Program.h"
 
+#include <QFont>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSysInfo>
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
@@ -53,6 +55,14 @@ void sayFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
   }
   platform::flushLog();
   std::_Exit(1);
+}
+
+// The root view is scaled along with the window: letters that are fitted to the pixels of scale 1 lose rows
+// of them at others.
+void setFontHinting() {
+  QFont font = QGuiApplication::font();
+  font.setHintingPreference(QFont::PreferNoHinting);
+  QGuiApplication::setFont(font);
 }
 
 Idiom idiomOfScreen() {
@@ -107,6 +117,7 @@ int Program::showWindow(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Seedmote"));
   QGuiApplication::setQuitOnLastWindowClosed(false);
   const QGuiApplication application(argc, argv);
+  setFontHinting();
 
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
   const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
@@ -121,13 +132,15 @@ int Program::showWindow(int argc, char** argv) {
 
   RVAppDelegate delegate(store);
   delegate.didFinishLaunchingWithOptions();
-  platform::services().main.onQuit(
-      [&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
+  platform::MainThread& main = platform::services().main;
+  main.onQuit([&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
   std::optional<Snapshot> snapshot;
   if (line_.snapshot) {
     snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());
   }
-  return QGuiApplication::exec();
+  const int code = QGuiApplication::exec();
+  main.quit(code);  // whatever ended the loop, while all that hears of it is still there
+  return code;
 }
 
 }  // namespace seedmote

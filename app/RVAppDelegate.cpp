@@ -79,6 +79,7 @@ void RVAppDelegate::makeWindow() {
   window_->setColor(toQColor(RVRes::getColor(kTopbarColor)));
   window_->resize(idiom() == Idiom::tablet ? QSize(1024, 768) : QSize(667, 375));
   window_->setMinimumSize(idiom() == Idiom::tablet ? QSize(640, 400) : QSize(400, 225));
+  QObject::connect(window_.get(), &QWindow::widthChanged, window_.get(), [this] { keepLandscapeShape(); });
   QObject::connect(window_.get(), &QWindow::heightChanged, window_.get(), [this] { keepLandscapeShape(); });
   layouts_.emplace(*window_->engine());
 }
@@ -176,8 +177,7 @@ void RVAppDelegate::placeViews() {
   if (torrentInfoViewController_) {
     torrentInfoViewController_->view()->setFrame(plan.torrentDetail);
   }
-  mainViewController_->rightBarViewController()->view()->setFrame(plan.rightBar);
-  mainViewController_->rightBarViewController()->placeSettingView();
+  mainViewController_->rightBarViewController()->place(plan.rightBar);
 }
 
 void RVAppDelegate::slideAside() {
@@ -195,6 +195,7 @@ void RVAppDelegate::showPanel(RVSettingsViewController& panel) {
   panelView_.reset(load("RVSettingsViewController", panel, mainView_));
   panel.viewDidLoad();
   mainViewController_->subviews().addSubview(*panel.view());
+  mainViewController_->subviews().bringSubviewToFront(*panel.view());
 }
 
 void RVAppDelegate::dropPanel() {

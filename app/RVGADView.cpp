@@ -6,7 +6,7 @@ namespace seedmote {
 
 RVGADView::RVGADView(platform::Idiom idiom) {
   const auto place = static_cast<int>(idiom);
-  view_.setFrame({0, 0, ScreenPlan::kAdWidth[place], ScreenPlan::kAdHeight[place]});
+  size_ = {ScreenPlan::kAdWidth[place], ScreenPlan::kAdHeight[place]};
 }
 
 }  // namespace seedmote

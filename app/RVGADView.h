@@ -25,8 +25,7 @@ class RVGADView final {
   // In the standard size of a banner on a phone, in the full size on a tablet.
   explicit RVGADView(platform::Idiom idiom);
 
-  platform::ViewGeometry& view() { return view_; }
-
+  QSizeF size() const { return size_; }
   const std::string& adUnitID() const { return adUnitID_; }
   void setAdUnitID(std::string identifier) { adUnitID_ = std::move(identifier); }
   // The view of the root screen, in which a library would open an advertisement; not owned.
@@ -37,7 +36,7 @@ class RVGADView final {
   void loadRequest(AdRequest request) { request_ = std::move(request); }
 
  private:
-  platform::ViewGeometry view_;
+  QSizeF size_;
   std::string adUnitID_;
   const platform::ViewGeometry* rootView_ = nullptr;
   AdRequest request_;

@@ -54,6 +54,12 @@ void RVMainViewController::addAdmobView() {
   platform::log("GAD Version:%@", RVGADView::kLibraryVersion);
 }
 
+void RVMainViewController::addRightBarView(RVSettingsStore& store) {
+  rightBarViewController_ = std::make_unique<RVRightBarController>(store);
+  platform::log("x = %f", rightBarViewController_->view()->frame().x());
+  subviews_.addSubview(*rightBarViewController_->view());
+}
+
 void RVMainViewController::addSessionStatView() {
   sessionStatController_.viewDidLoad();
 }

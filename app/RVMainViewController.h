@@ -15,6 +15,7 @@
 namespace seedmote {
 
 class RVRightBarController;
+class RVSettingsStore;
 
 // The root screen: its regions, the stack of the views in it, and the statistics. Above all of them stand the
 // overlay and alerts. Main thread.
@@ -42,6 +43,8 @@ class RVMainViewController : public QObject {
   void addAdmobView();
   void addTorrentInfoView() {}
   void addTorrentFileListView() {}
+  // Makes an action bar of its own in its region. Nobody calls it: the launch installs the one there is.
+  void addRightBarView(RVSettingsStore& store);
   void addSessionStatView();
 
   // Puts the regions where they belong.

@@ -10,6 +10,7 @@
 #include "platform/core/Services.h"
 #include "platform/core/Threads.h"
 #include "platform/core/UserDefaults.h"
+#include "platform/ui/ReusableCell.h"
 #include "settings/RVSettingsViewController.h"
 #include "widgets/OvProgressHUD.h"
 
@@ -83,7 +84,8 @@ void RVRightBarController::updateFirstTime() {
 }
 
 void RVRightBarController::scrollRightBarAtStartup() {
-  table_.scrollToRow(isTablet() ? 15 : 11, true, platform::TableView::ScrollPosition::middle);
+  scrolled_ = true;
+  scrollToButtons(true);
   platform::UserDefaults& defaults = services().defaults;
   const platform::PropertyList version = defaults.object("Version")["Value"];
   const platform::PropertyList saved = defaults.object("SavedVersion");
@@ -94,6 +96,10 @@ void RVRightBarController::scrollRightBarAtStartup() {
   defaults.setObject("SavedVersion", version);
   defaults.synchronize();
   doSettings();
+}
+
+void RVRightBarController::scrollToButtons(bool animated) {
+  table_.scrollToRow(isTablet() ? 15 : 11, animated, platform::TableView::ScrollPosition::middle);
 }
 
 // The table.
@@ -108,11 +114,7 @@ double RVRightBarController::heightForRowAtIndexPath(int /*row*/) {
 }
 
 RVRightBarCell* RVRightBarController::cellForRowAtIndexPath(int row) {
-  platform::TableViewCell* cell = table_.dequeueReusableCell(RVRightBarCell::kIdentifier);
-  if (cell == nullptr) {
-    cell = table_.addCell(std::make_unique<RVRightBarCell>());
-  }
-  auto* button = static_cast<RVRightBarCell*>(cell);
+  auto* button = platform::reusableCell<RVRightBarCell>(table_);
   button->setRightBarRow(row);
   button->setRightBarID(rightBarID_.at(static_cast<std::size_t>(row)));
   return button;
@@ -232,7 +234,12 @@ void RVRightBarController::showSettingView() {
   settingsViewController_->setShown(true);
 }
 
-void RVRightBarController::placeSettingView() {
+void RVRightBarController::place(const QRectF& frame) {
+  const bool resized = view_.frame().size() != frame.size();
+  view_.setFrame(frame);
+  if (resized && scrolled_) {
+    scrollToButtons(false);
+  }
   if (settingsViewController_ && settingsViewController_->bShown() && !settingsViewController_->isClosing()) {
     settingsViewController_->view()->setFrame(panelFrame());
   }

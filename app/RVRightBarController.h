@@ -59,8 +59,8 @@ class RVRightBarController : public QObject, public platform::TableViewDataSourc
   void doDeleteConfirm(RVRightBarCell& cell);
   void doSettings();
   void showSettingView();
-  // Puts an open panel where it belongs, after the screen has changed its size.
-  void placeSettingView();
+  // Stands in `frame`, its buttons in the middle once they have come; an open panel follows the screen.
+  void place(const QRectF& frame);
   // Stores what is being typed into the panel.
   void endEditing();
 
@@ -75,6 +75,7 @@ class RVRightBarController : public QObject, public platform::TableViewDataSourc
 
  private:
   void initData();
+  void scrollToButtons(bool animated);
   void startOrStop(bool start);
   void become(RVRightBarCell& cell, int kind);
 
@@ -82,6 +83,7 @@ class RVRightBarController : public QObject, public platform::TableViewDataSourc
   platform::TableView table_;
   platform::ViewGeometry view_;
   std::vector<int> rightBarID_;
+  bool scrolled_ = false;
   std::unique_ptr<RVSettingsViewController> settingsViewController_;
   PanelPlace panelPlace_;
   platform::Timers::Handle scrollTimer_;

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <stdexcept>
 #include <utility>
@@ -15,8 +16,10 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 volatile std::sig_atomic_t writeEnd = -1;
 
 extern "C" void tellMainThread(int) {
+  const int before = errno;  // what was interrupted may be about to read it
   const char byte = 0;
   [[maybe_unused]] const ssize_t written = write(writeEnd, &byte, 1);
+  errno = before;
 }
 
 }  // namespace

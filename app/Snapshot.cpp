@@ -7,6 +7,7 @@
 #include "client/RVTrans.h"
 #include "platform/core/MainThread.h"
 #include "platform/core/Services.h"
+#include "platform/core/UserDefaults.h"
 #include "screens/RVTorrentListCell.h"
 #include "screens/RVTorrentListController.h"
 #include "widgets/OvProgressHUD.h"
@@ -66,7 +67,11 @@ void Snapshot::look() {
   if (messageShown || RVTrans::listOutcome().condition == DaemonCondition::notAsked) {
     return;
   }
-  if (!RVTrans::isConnected()) {
+  if (platform::services().defaults.string("FirstRun") != "3") {
+    end(kNotSetUp,
+        "The settings were not seen yet. Start Seedmote once and close them, or store FirstRun=3 and "
+        "SavedVersion=" SEEDMOTE_VERSION " by --set.");
+  } else if (!RVTrans::isConnected()) {
     end(kNoDaemon, printableLines(list_.emptyState()));
   } else if (standsStill()) {
     finish();

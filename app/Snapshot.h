@@ -14,7 +14,7 @@ class RVTorrentListController;
 // for a machine without a display. Main thread.
 class Snapshot final {
  public:
-  enum Exit { kShown = 0, kNotSaved = 1, kNoDaemon = 3, kTooLate = 4 };
+  enum Exit { kShown = 0, kNotSaved = 1, kNotSetUp = 2, kNoDaemon = 3, kTooLate = 4 };
 
   Snapshot(std::string file, QQuickWindow& window, RVTorrentListController& list);
 

@@ -6,6 +6,7 @@
 #include "platform/core/Device.h"
 #include "platform/core/Log.h"
 #include "platform/core/Services.h"
+#include "platform/ui/ReusableCell.h"
 
 namespace seedmote {
 
@@ -65,10 +66,7 @@ double RVFilterBarController::heightForRowAtIndexPath(int /*row*/) {
 }
 
 RVFilterBarCell* RVFilterBarController::cellForRowAtIndexPath(int row) {
-  auto* cell = static_cast<RVFilterBarCell*>(table_.dequeueReusableCell(RVFilterBarCell::kIdentifier));
-  if (cell == nullptr) {
-    cell = static_cast<RVFilterBarCell*>(table_.addCell(std::make_unique<RVFilterBarCell>()));
-  }
+  auto* cell = platform::reusableCell<RVFilterBarCell>(table_);
   const auto place = static_cast<std::size_t>(row);
   cell->text = QString::fromStdString(filterBarStr_.at(place));
   cell->shadowColor = color(kTextShadow);

@@ -8,9 +8,13 @@ TableRow {
     readonly property RVSessionStatListCell pair: row.cell as RVSessionStatListCell
     readonly property real room: row.width - 20
 
+    // A narrow column is smaller throughout, lest every other row has its own size.
+    readonly property int usual: row.width < 220 ? 11 : 12
+
     // At what size both stand beside each other. Where that is too small to be read, the value goes below its
     // label.
-    readonly property int fit: Math.min(12, 12 * (row.room - 8) / (labelSize.advanceWidth + valueSize.advanceWidth + 1))
+    readonly property int fit: Math.min(row.usual, 12 * (row.room - 6)
+                                                   / (labelSize.advanceWidth + valueSize.advanceWidth + 1))
     readonly property bool stacked: row.fit < 10
     readonly property int lineHeight: row.stacked ? 11 : row.height
 

@@ -7,8 +7,8 @@
 #include "client/RVUtility.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
+#include "platform/ui/ReusableCell.h"
 #include "screens/RVSessionStatListCell.h"
-#include "screens/ReusableCell.h"
 
 namespace seedmote {
 
@@ -84,14 +84,14 @@ std::optional<std::string> RVSessionStatListController::titleForHeaderInSection(
 }
 
 platform::TableViewCell* RVSessionStatListController::cellForRowAtIndexPath(platform::IndexPath path) {
-  auto* cell = reusableCell<RVSessionStatListCell>(*table());
-  if (sessionStatusList_.empty()) {
-    cell->fill("", "");
-  } else {
-    const Section& section = sessionStatusList_.at(static_cast<std::size_t>(path.section));
-    const auto value = static_cast<std::size_t>(path.row) * 2 + 1;
-    cell->fill(section.at(value + 1), section.at(value));
-  }
+  auto* cell = platform::reusableCell<RVSessionStatListCell>(*table());
+  const auto index = static_cast<std::size_t>(path.section);
+  const Section none;
+  const Section& section = index < sessionStatusList_.size() ? sessionStatusList_[index] : none;
+  const auto value = static_cast<std::size_t>(path.row) * 2 + 1;
+  // A newer record may be shorter than that whose rows are still shown.
+  const bool known = value + 1 < section.size();
+  cell->fill(known ? section[value + 1] : "", known ? section[value] : "");
   return cell;
 }
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "platform/core/Log.h"
+#include "platform/ui/ReusableCell.h"
 #include "screens/RVTorrentDetailFileListCell.h"
-#include "screens/ReusableCell.h"
 #include "widgets/JtSwitch.h"
 
 namespace seedmote {
@@ -64,7 +64,7 @@ platform::TableViewCell* RVTorrentDetailFileListController::cellForRowAtIndexPat
   if (index >= fileList().size()) {
     return nullptr;
   }
-  auto* cell = reusableCell<RVTorrentDetailFileListCell>(table_);
+  auto* cell = platform::reusableCell<RVTorrentDetailFileListCell>(table_);
   cell->fill(fileList()[index]);
   readySwitch();
   return cell;

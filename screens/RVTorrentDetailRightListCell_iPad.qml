@@ -7,6 +7,14 @@ TableRow {
 
     readonly property RVTorrentDetailRightListCell pair: row.cell as RVTorrentDetailRightListCell
 
+    Rectangle {
+        x: 10
+        y: row.height - height
+        width: row.width - x - 10
+        height: 1
+        color: "#e6eff4"
+    }
+
     TorrentLabel {
         id: label
 
@@ -16,30 +24,29 @@ TableRow {
         text: row.pair.labelleft
         font.family: "Courier"
         font.pixelSize: 10
+        font.letterSpacing: -0.4
     }
 
-    // Two lines where one is not enough.
+    // Two lines where one is not enough, closer than usual so that both fit in the row. (A line height that is
+    // told would cut what reaches below the second line.) Closer letters let a date stay on one line.
     TorrentLabel {
-        x: label.x + label.width + 8
+        x: label.x + label.width + 6
+        y: -2
         width: row.width - 10 - x
-        height: row.height - 1
+        height: row.height + 4
         horizontalAlignment: Text.AlignRight
         verticalAlignment: Text.AlignVCenter
         text: row.pair.labelright
         wrapMode: Text.Wrap
         maximumLineCount: 2
-        lineHeightMode: Text.FixedHeight
-        lineHeight: 10.5
         color: "#1d2b36"
         font.family: "Courier"
         font.pixelSize: 10
-    }
+        font.letterSpacing: -0.4
 
-    Rectangle {
-        x: 10
-        y: row.height - height
-        width: row.width - x - 10
-        height: 1
-        color: "#e6eff4"
+        onLineLaidOut: line => {
+            if (line.number === 1)
+                line.y -= 2;
+        }
     }
 }

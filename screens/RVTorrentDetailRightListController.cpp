@@ -6,8 +6,8 @@
 
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
+#include "platform/ui/ReusableCell.h"
 #include "screens/RVTorrentDetailRightListCell.h"
-#include "screens/ReusableCell.h"
 
 namespace seedmote {
 
@@ -99,7 +99,7 @@ platform::TableViewCell* RVTorrentDetailRightListController::cellForRowAtIndexPa
   if (value >= rightList_.size()) {
     return nullptr;
   }
-  auto* cell = reusableCell<RVTorrentDetailRightListCell>(table_);
+  auto* cell = platform::reusableCell<RVTorrentDetailRightListCell>(table_);
   cell->fill(rightList_[value + 1], rightList_[value]);
   return cell;
 }

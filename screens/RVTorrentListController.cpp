@@ -10,6 +10,7 @@
 #include "platform/core/Log.h"
 #include "platform/core/Services.h"
 #include "platform/core/UserDefaults.h"
+#include "platform/ui/ReusableCell.h"
 #include "screens/EmptyState.h"
 #include "widgets/OvProgressHUD.h"
 
@@ -138,7 +139,7 @@ RVTorrentListCell* RVTorrentListController::cellForRowAtIndexPath(int row) {
   if (torrent.isAbsent()) {
     return nullptr;
   }
-  RVTorrentListCell* cell = reusableCell();
+  auto* cell = platform::reusableCell<RVTorrentListCell>(table_);
   const int status = RVUtility::changeTransStatus(torrent["status"].intValue(), RVTrans::getRPCVersion());
   cell->fill(torrent, status);
   cell->hideCell(filterID_ != kAllStates && filterID_ != cell->statusID());
@@ -147,14 +148,6 @@ RVTorrentListCell* RVTorrentListController::cellForRowAtIndexPath(int row) {
   cell->setShaking(isShaking(cell->torrentidx()));
   cell->finishFilling();
   return cell;
-}
-
-RVTorrentListCell* RVTorrentListController::reusableCell() {
-  platform::TableViewCell* cell = table_.dequeueReusableCell(RVTorrentListCell::kIdentifier);
-  if (cell == nullptr) {
-    cell = table_.addCell(std::make_unique<RVTorrentListCell>());
-  }
-  return static_cast<RVTorrentListCell*>(cell);
 }
 
 bool RVTorrentListController::canBuildRowsWhileWaiting() const {

@@ -122,7 +122,6 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   void selectTorrent(const TorrentIdentity& shown);
   // Null for a row that is not on the screen.
   const RVTorrentListCell* visibleCell(int row) const;
-  RVTorrentListCell* reusableCell();
   bool isShaking(std::int64_t torrent) const;
   void updateShaking();
   void updateEmptyState();

@@ -26,4 +26,10 @@ ViewItem {
             }
         }
     }
+
+    SheetEdges {
+        anchors.fill: parent
+        anchors.topMargin: -list.y
+        lifted: (list.x - 50) / 100
+    }
 }

@@ -9,6 +9,14 @@ ViewItem {
 
     geometry: list.controller.view
 
+    // The statistics end lower than the list, which covers them once it is slid aside.
+    Rectangle {
+        y: list.height
+        width: list.width
+        height: 5
+        color: list.controller.table.backgroundColor
+    }
+
     GestureArea {
         anchors.fill: parent
         recognizers: list.controller.gestures
@@ -25,5 +33,11 @@ ViewItem {
                 visible: !list.controller.messageShown
             }
         }
+    }
+
+    SheetEdges {
+        anchors.fill: parent
+        anchors.topMargin: -list.y
+        lifted: list.x / 100
     }
 }

@@ -79,6 +79,26 @@ ViewItem {
         }
     }
 
+    // What the panel cuts in two fades out.
+    Rectangle {
+        x: panel.width
+        width: 54
+        height: panel.height
+
+        gradient: Gradient {
+            orientation: Gradient.Horizontal
+
+            GradientStop {
+                position: 0
+                color: panel.geometry.backgroundColor
+            }
+            GradientStop {
+                position: 1
+                color: Qt.alpha(panel.geometry.backgroundColor, 0)
+            }
+        }
+    }
+
     PanelShadow {
         x: panel.width
         width: 8

@@ -72,6 +72,11 @@ void SwitchTouches::mousePressEvent(QMouseEvent* event) {
   report(&JtSwitch::touchesBegan);
 }
 
+// A second touch soon after the first begins twice for Qt: who leaves the second beginning loses the touch.
+void SwitchTouches::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+}
+
 void SwitchTouches::mouseMoveEvent(QMouseEvent* event) {
   const QPointF way = event->position() - pressedAt_;
   const double sideways = std::abs(way.x());

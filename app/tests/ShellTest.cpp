@@ -131,9 +131,11 @@ TEST_F(LaunchedShellTest, AKnownVersionOpensNoPanel) {
 
 TEST_F(LaunchedShellTest, AWindowStaysWide) {
   launch(Idiom::tablet, "7.0");
-  delegate->window().resize(700, 900);
-  settle();
-  EXPECT_GT(delegate->window().width(), delegate->window().height());
+  for (const QSize& upright : {QSize(700, 900), QSize(700, 768)}) {
+    delegate->window().resize(upright);
+    settle();
+    EXPECT_GT(delegate->window().width(), delegate->window().height());
+  }
 }
 
 }  // namespace

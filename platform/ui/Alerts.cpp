@@ -41,15 +41,17 @@ QStringList Alerts::buttons() const {
 }
 
 void Alerts::press(int button) {
-  enterFromLayout(this, "alert", [button](Alerts& alerts) { alerts.dismiss(button); });
+  enterFromLayout(this, "alert",
+                  [number = number_, button](Alerts& alerts) { alerts.dismiss(number, button); });
 }
 
-void Alerts::dismiss(int button) {
-  if (button < 0 || button >= buttons().size()) {
+void Alerts::dismiss(unsigned number, int button) {
+  if (number != number_ || button < 0 || button >= buttons().size()) {
     return;  // a second press of the button, after the alert has gone
   }
   const Alert alert = std::move(alerts_.front());
   alerts_.pop_front();
+  ++number_;
   Q_EMIT changed();
   if (alert.dismissed) {
     alert.dismissed(button);

@@ -40,16 +40,17 @@ class Alerts : public QObject {
   QString message() const;
   QStringList buttons() const;
 
-  // From the layout. What is no button of the alert is ignored.
+  // From the layout: a button of the alert that is shown now. What is no button of it is ignored.
   Q_INVOKABLE void press(int button);
 
  Q_SIGNALS:
   void changed();
 
  private:
-  void dismiss(int button);
+  void dismiss(unsigned number, int button);
 
   std::deque<Alert> alerts_;
+  unsigned number_ = 0;  // of the alert that is shown: a second press of its button is none of the next one's
 };
 
 }  // namespace seedmote::platform

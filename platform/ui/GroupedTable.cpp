@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/ui/ReusableCell.h"
+
 namespace seedmote::platform {
 
 void TableHeaderCell::setTitle(const std::string& title) {
@@ -54,11 +56,8 @@ TableViewCell* GroupedTable::cellForRowAtIndexPath(int row) {
 }
 
 TableViewCell* GroupedTable::headerCell(int section) {
-  TableViewCell* cell = table_.dequeueReusableCell(TableHeaderCell::kIdentifier);
-  if (cell == nullptr) {
-    cell = table_.addCell(std::make_unique<TableHeaderCell>());
-  }
-  static_cast<TableHeaderCell*>(cell)->setTitle(source_.titleForHeaderInSection(section).value_or(""));
+  auto* cell = reusableCell<TableHeaderCell>(table_);
+  cell->setTitle(source_.titleForHeaderInSection(section).value_or(""));
   return cell;
 }
 

@@ -125,5 +125,13 @@ Item {
                 flickable.contentY = offset;
             }
         }
+
+        // What glided to a place that is no more would stay beyond the end.
+        function onLaidOut() {
+            if (glide.running) {
+                glide.stop();
+                flickable.returnToBounds();
+            }
+        }
     }
 }

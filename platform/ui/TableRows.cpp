@@ -181,6 +181,7 @@ void TableRows::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     return;
   }
+  pressedToken_ = table_->tokenOf(pressedRow_);
   pressedCell_ = table_->visibleCell(pressedRow_);
   table_->touchCell(pressedCell_, &TableViewCell::touchesBegan);
 }
@@ -193,7 +194,8 @@ void TableRows::mouseDoubleClickEvent(QMouseEvent* event) {
 void TableRows::mouseReleaseEvent(QMouseEvent* event) {
   const int row = pressedRow_;
   endTouch(&TableViewCell::touchesEnded);
-  if (row >= 0 && rowAt(event->position()) == row && table_) {
+  // A list that came meanwhile may have put something else under the finger.
+  if (row >= 0 && table_ && rowAt(event->position()) == row && table_->tokenOf(row) == pressedToken_) {
     table_->tapRow(row);
   }
 }

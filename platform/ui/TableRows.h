@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QQmlComponent>
 #include <QQuickItem>
+#include <cstdint>
+#include <optional>
 #include <unordered_map>
 
 #include "platform/ui/TableView.h"
@@ -69,6 +71,7 @@ class TableRows : public QQuickItem {
   qreal contentY_ = 0;
   std::unordered_map<TableViewCell*, Shown> delegates_;
   int pressedRow_ = -1;
+  std::optional<std::int64_t> pressedToken_;
   QPointer<TableViewCell> pressedCell_;
 };
 

@@ -186,6 +186,11 @@ void TableView::selectRow(int row, bool animated, ScrollPosition position) {
   }
 }
 
+std::optional<std::int64_t> TableView::tokenOf(int row) const {
+  const LiveRow* live = findLive(row);
+  return live != nullptr ? std::optional(live->token) : std::nullopt;
+}
+
 void TableView::tapRow(int row) {
   const LiveRow* live = findLive(row);
   if (live == nullptr || services().main.swallowsInput()) {

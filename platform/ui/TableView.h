@@ -116,6 +116,8 @@ class TableView : public QObject {
   void setViewport(double offset, double height);
   void touchCell(TableViewCell* cell, void (TableViewCell::*touch)());
   Q_INVOKABLE void tapRow(int row);
+  // What the row stands for now, as its data source said when it was built; absent when it is not live.
+  std::optional<std::int64_t> tokenOf(int row) const;
   Q_INVOKABLE void beginDragging();
   // `willDecelerate`: the content goes on moving. A flick that starts with the end of the drag says so after
   // it, by beginDecelerating().

@@ -14,11 +14,6 @@ void ViewStack::insertSubview(ViewGeometry& view, const ViewGeometry& belowSubvi
   insert(view, std::find(views_.begin(), views_.end(), &belowSubview));
 }
 
-void ViewStack::sendSubviewToBack(ViewGeometry& view) {
-  std::erase(views_, &view);
-  insert(view, views_.begin());
-}
-
 void ViewStack::removeSubview(ViewGeometry& view) {
   std::erase(views_, &view);
   view.setInParent(false);

@@ -12,11 +12,10 @@ class ViewStack final {
  public:
   // In front of all others; a view that is in the stack already is moved.
   void addSubview(ViewGeometry& view);
-  // Just behind `sibling`, which is in the stack.
+  // Just behind `belowSubview`, which is in the stack.
   void insertSubview(ViewGeometry& view, const ViewGeometry& belowSubview);
   void removeSubview(ViewGeometry& view);
   void bringSubviewToFront(ViewGeometry& view) { addSubview(view); }
-  void sendSubviewToBack(ViewGeometry& view);
 
   const std::vector<ViewGeometry*>& subviews() const { return views_; }
 

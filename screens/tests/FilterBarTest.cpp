@@ -38,10 +38,9 @@ TEST_P(FilterBarTest, HighlightAndFilterFollowTheTaps) {
     EXPECT_EQ(controller->filterID(), wanted.filter) << wanted.row;
     for (const platform::TableView::LiveRow& live : bar.table()->liveRows()) {
       const auto* row = static_cast<RVFilterBarCell*>(live.cell);
-      const bool selected = row->filterBarID == wanted.highlighted;
-      EXPECT_EQ(row->isSelected(), selected) << row->text.toStdString();
-      EXPECT_EQ(row->textColor, selected ? QColor(0, 0, 255) : QColor(88, 88, 88));
-      EXPECT_EQ(row->image.toString().endsWith(QLatin1String("_selected.png")), selected);
+      EXPECT_EQ(row->isSelected(), row->filterBarID == wanted.highlighted) << row->text.toStdString();
+      EXPECT_EQ(row->textColor == QColor(0, 0, 255), row->isSelected());
+      EXPECT_EQ(row->image.toString().endsWith(QLatin1String("_selected.png")), row->isSelected());
     }
   }
   EXPECT_EQ(lines.count("RVFilterBarController didSelectRowAtIndexPath = 5"), 2);
@@ -49,19 +48,13 @@ TEST_P(FilterBarTest, HighlightAndFilterFollowTheTaps) {
 }
 
 TEST_P(FilterBarTest, KeysChooseARowAndNothingScrolls) {
-  for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}) {
+  bar.view()->setFrame({0, 0, 200, 100});
+  for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_End, Qt::Key_Tab, Qt::Key_Space}) {
     QTest::keyClick(&window, key);
   }
-  settle();
-  keepPicture("filter-focus.png");
-  EXPECT_EQ(bar.selectedid(), 3) << "the second row";
-  bar.view()->setFrame({0, 0, 200, 100});
   bar.table()->scrollToEnd(true);
-  QTest::mousePress(&window, Qt::LeftButton, {}, {100, 90});
-  for (int y = 80; y > 0; y -= 20) {
-    QTest::mouseMove(&window, {100, y});
-  }
   settle();
+  EXPECT_EQ(bar.selectedid(), 3) << "the second row";
   EXPECT_EQ(bar.table()->contentOffset(), 0);
 }
 

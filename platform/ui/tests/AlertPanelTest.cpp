@@ -1,4 +1,4 @@
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QQmlComponent>
@@ -13,8 +13,6 @@
 
 namespace seedmote::platform {
 namespace {
-
-using testing::ElementsAre;
 
 // An alert panel over something that is touched and typed at.
 class AlertPanelTest : public testing::Test {
@@ -36,40 +34,27 @@ class AlertPanelTest : public testing::Test {
                       {});
     scene.reset(qobject_cast<QQuickItem*>(
         component.createWithInitialProperties({{QStringLiteral("alerts"), QVariant::fromValue(&alerts)}})));
-    EXPECT_NE(scene, nullptr) << component.errorString().toStdString();
     scene->setParentItem(window.contentItem());
-    show({1024, 768});
-    scene->forceActiveFocus();
-  }
-  void show(QSize size) {
-    window.resize(size);
-    scene->setSize(size);
+    window.resize(500, 375);
+    scene->setSize({500, 375});
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    scene->forceActiveFocus();
   }
-  void ask(const char* message) {
-    alerts.show(
-        {"Add torrent", message, {"Cancel", "OK"}, [this](int button) { pressed.push_back(button); }});
+  void ask(const std::string& message) {
+    alerts.show({"Add torrent", message, {"Cancel", "OK"}, [this](int button) { pressed = button; }});
   }
-  QQuickItem* button(const char* title) { return find(scene.get(), QLatin1String(title)); }
-  static QQuickItem* find(QQuickItem* item, QLatin1String title) {
+  static QQuickItem* button(QQuickItem* item, QLatin1String title) {
     const QAccessibleInterface* found = QAccessible::queryAccessibleInterface(item);
     if (found != nullptr && found->role() == QAccessible::Button && found->text(QAccessible::Name) == title) {
       return item;
     }
     for (QQuickItem* child : item->childItems()) {
-      if (QQuickItem* inChild = find(child, title)) {
+      if (QQuickItem* inChild = button(child, title)) {
         return inChild;
       }
     }
     return nullptr;
-  }
-  void keepPicture(const char* name) {
-    const QString folder = qEnvironmentVariable("SEEDMOTE_PICTURES");
-    if (!folder.isEmpty()) {
-      QTest::qWait(200);  // it fades in
-      window.grabWindow().save(folder + QLatin1Char('/') + QLatin1String(name));
-    }
   }
 
   support::TestServices services;
@@ -77,54 +62,33 @@ class AlertPanelTest : public testing::Test {
   QQmlEngine engine;
   QQuickWindow window;
   std::unique_ptr<QQuickItem> scene;
-  std::vector<int> pressed;
+  int pressed = -1;
 };
 
 TEST_F(AlertPanelTest, TakesAllKeysAndTouches) {
-  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter}) {
+  for (const auto& [key, expected] : {std::pair(Qt::Key_Escape, 0), {Qt::Key_Return, 1}}) {
     ask("a");
-    for (const Qt::Key other : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_A, key}) {
-      QTest::keyClick(&window, other);
-    }
+    QTest::keyClick(&window, Qt::Key_Down);
+    QTest::keyClick(&window, key);
     services.settle();
+    EXPECT_EQ(pressed, expected);
   }
   ask("b");
-  for (const QPoint place : {QPoint(5, 5), QPoint(512, 340)}) {
-    QTest::mouseClick(&window, Qt::LeftButton, {}, place);
-    QWheelEvent wheel(place, place, {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&window, &wheel);
-  }
-  EXPECT_EQ(scene->property("reached").toInt(), 0);
-  QTest::mouseClick(&window, Qt::LeftButton, {}, button("OK")->mapToScene({10, 10}).toPoint());
-  services.settle();
-  ask("c");
-  QAccessible::queryAccessibleInterface(button("Cancel"))
-      ->actionInterface()
-      ->doAction(QAccessibleActionInterface::pressAction());
-  services.settle();
-  EXPECT_THAT(pressed, ElementsAre(0, 1, 1, 1, 0));
-  QTest::keyClick(&window, Qt::Key_Return);
   QTest::mouseClick(&window, Qt::LeftButton, {}, {5, 5});
-  EXPECT_EQ(scene->property("reached").toInt(), 2) << "it has gone";
+  QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&window, &wheel);
+  EXPECT_EQ(scene->property("reached").toInt(), 0);
 }
 
 TEST_F(AlertPanelTest, ALongLinkStaysInASmallCard) {
-  ask("Do you want to add a torrent?\nhttp://example.org/a.torrent");
-  keepPicture("alert-short.png");
-  alerts.press(0);
+  ask("Do you want to add a torrent?\nmagnet:?xt=" + std::string(100000, 'x'));
+  window.grabWindow();  // items are laid out with the next frame
+  QQuickItem* cancel = button(scene.get(), QLatin1String("Cancel"));
+  EXPECT_GE(cancel->height(), 44);
+  EXPECT_LT(cancel->mapToScene({0, cancel->height()}).y(), 375);
+  QTest::mouseClick(&window, Qt::LeftButton, {}, cancel->mapToScene({10, 10}).toPoint());
   services.settle();
-  ask(("Do you want to add a torrent?\nmagnet:?xt=" + std::string(100000, 'x')).c_str());
-  for (const QSize size : {QSize(1024, 461), QSize(500, 375)}) {
-    show(size);
-    keepPicture(size.width() == 500 ? "alert-phone.png" : "alert-tablet.png");
-    for (const char* title : {"Cancel", "OK"}) {
-      const QQuickItem* found = button(title);
-      ASSERT_NE(found, nullptr);
-      EXPECT_GE(found->height(), 44);
-      EXPECT_TRUE(QRectF(QPointF(), size).contains(found->mapRectToScene(found->boundingRect())));
-      EXPECT_LE(found->mapToScene({0, 0}).y(), size.height() / 2.0 + 187);
-    }
-  }
+  EXPECT_EQ(pressed, 0);
 }
 
 }  // namespace
