@@ -22,9 +22,12 @@ Item {
     Accessible.role: Accessible.Button
     Accessible.name: "Show more details"
     Accessible.onPressAction: tab.pressed()
-    Keys.onSpacePressed: tab.pressed()
-    Keys.onReturnPressed: tab.pressed()
-    Keys.onEnterPressed: tab.pressed()
+    Keys.onPressed: event => {
+        const presses = [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key);
+        if (presses && !event.isAutoRepeat)
+            tab.pressed();
+        event.accepted = presses;
+    }
 
     Item {
         width: tab.width + 1

@@ -6,19 +6,25 @@ import Seedmote.Platform
 TableRow {
     id: row
 
+    property color ringColor: "#1d76d8"
+
     Accessible.selectable: true
     Accessible.selected: row.cell.selected
     Accessible.onPressAction: row.cell.press()
-    Keys.onReturnPressed: row.cell.press()
-    Keys.onEnterPressed: row.cell.press()
-    Keys.onSpacePressed: row.cell.press()
+    // A key that is held presses once: "Delete" must not confirm itself.
+    Keys.onPressed: event => {
+        const presses = [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key);
+        if (presses && !event.isAutoRepeat)
+            row.cell.press();
+        event.accepted = presses;
+    }
 
     Rectangle {
         anchors.fill: parent
         z: 1
         visible: row.activeFocus
         color: "transparent"
-        border.color: "#1d76d8"
+        border.color: row.ringColor
         border.width: 2
     }
 }
