@@ -78,6 +78,7 @@ void RVAppDelegate::makeWindow() {
   window_->setTitle(QStringLiteral("Seedmote"));
   window_->setColor(toQColor(RVRes::getColor(kTopbarColor)));
   window_->resize(idiom() == Idiom::tablet ? QSize(1024, 768) : QSize(667, 375));
+  window_->contentItem()->setSize(window_->size());  // by itself not before the window is shown
   window_->setMinimumSize(idiom() == Idiom::tablet ? QSize(640, 400) : QSize(400, 225));
   QObject::connect(window_.get(), &QWindow::widthChanged, window_.get(), [this] { keepLandscapeShape(); });
   QObject::connect(window_.get(), &QWindow::heightChanged, window_.get(), [this] { keepLandscapeShape(); });
