@@ -23,8 +23,6 @@ RealServices::RealServices(platform::Device device, platform::Size uprightScreen
       scope_({clock_, main_, timers_, threads_, http_, defaults_, device_, screen_}) {
   main_.onQuit([this] { http_.cancelAll(); });
   main_.onQuit([this] { threads_.stop(); });
-  main_.setSwallowsInput([] { return OvProgressHUD::sharedView()->takesTouches(); });
-  OvProgressHUD::sharedView()->setBeforeTouchesPass([this] { main_.deliverHeldInput(); });
   showWhatIsRaised(main_);
 }
 

@@ -21,10 +21,16 @@ namespace seedmote {
 class ShellFixture : public testing::Test {
  protected:
   void launch(platform::Idiom idiom, const std::string& systemVersion, const LaunchOptions& options = {}) {
-    services = std::make_unique<support::TestServices>(nullptr, idiom);
-    services->device = platform::Device(idiom, systemVersion, "test device");
+    makeServices(idiom, systemVersion);
     services->setSetting("Version", "9.9");
     services->defaults.setObject("SavedVersion", savedVersion);
+    makeShell(options);
+  }
+  void makeServices(platform::Idiom idiom, const std::string& systemVersion) {
+    services = std::make_unique<support::TestServices>(http, idiom);
+    services->device = platform::Device(idiom, systemVersion, "test device");
+  }
+  void makeShell(const LaunchOptions& options = {}) {
     delegate = std::make_unique<RVAppDelegate>(store);
     delegate->didFinishLaunchingWithOptions(options);
     settle();
@@ -62,6 +68,7 @@ class ShellFixture : public testing::Test {
     RVTrans::drop();
   }
 
+  platform::Http* http = nullptr;  // in the scripted daemon's stead
   std::string savedVersion = "9.9";
   platform::LogRecorder lines;
   support::TestUiServices ui;

@@ -42,6 +42,7 @@ class MainThread::Impl final : public QObject {
   bool waiting = false;
   int exitCode = 0;
   std::function<bool()> swallows;
+  std::function<bool()> wantsToQuit;
   std::vector<Work> quitWorks;
 
   std::mutex handlerMutex;
@@ -170,6 +171,9 @@ void MainThread::Impl::waitFor(const Work& job) {
   const OriginScope others(Origin::user);  // what comes in meanwhile is not the waiting caller's
   while (!done && !quitting) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    if (wantsToQuit && wantsToQuit()) {
+      owner_.quit();
+    }
   }
   worker_.finish();  // when the program quits the job is cancelled, and ends at once
   if (owner_.swallowsInput()) {
@@ -251,6 +255,10 @@ bool MainThread::swallowsInput() const {
 
 void MainThread::setSwallowsInput(std::function<bool()> swallows) {
   impl_->swallows = std::move(swallows);
+}
+
+void MainThread::setWantsToQuit(std::function<bool()> wantsToQuit) {
+  impl_->wantsToQuit = std::move(wantsToQuit);
 }
 
 void MainThread::setRaisedHandler(std::function<void(std::exception_ptr)> handler) {

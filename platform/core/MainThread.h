@@ -75,6 +75,9 @@ class MainThread final {
   // For what comes to a screen past that which lies in front, as accessibility actions do.
   bool swallowsInput() const;
 
+  // Asked in every turn of a wait: true ends the program as quit() does.
+  void setWantsToQuit(std::function<bool()> wantsToQuit);
+
   // Called with what an entry or a background thread raised, after its log line; on the main thread.
   void setRaisedHandler(std::function<void(std::exception_ptr)> handler);
 

@@ -41,6 +41,7 @@ class RealDaemon final {
   // Adds so many paused torrents, "PREFIX-0" and so on.
   void addTorrents(int count, const std::string& prefix = "tiny");
 
+  void stop();     // until restart()
   void restart();  // same directory and port; the torrents' ids may be others than before
 
  private:
@@ -48,7 +49,6 @@ class RealDaemon final {
   void writeSettings() const;
   void start();
   void launch();
-  void stop();
   bool hasEnded();
   bool isReady();
   platform::HttpAnswer post(const std::string& body);

@@ -35,7 +35,7 @@ void TestServices::spinUntil(const std::function<bool()>& done) {
 void TestServices::settle() {
   bool last = false;
   main.post([&last] { last = true; });
-  spinUntil([&last] { return last; });
+  spinUntil([&] { return last || main.isQuitting(); });
 }
 
 void TestServices::finishThreads() {

@@ -30,7 +30,7 @@ class TestServices final {
 
   // Runs the event loop until `done`; a test that never gets there is ended by ctest.
   void spinUntil(const std::function<bool()>& done);
-  // Runs what is queued for the main thread now.
+  // Runs what is queued for the main thread now; nothing is after quit().
   void settle();
   // Waits until every background thread has ended, the event loop running.
   void finishThreads();
