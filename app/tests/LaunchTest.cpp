@@ -73,7 +73,7 @@ class LaunchTest : public testing::Test {
   int storeSettings(const LoopbackDaemon& daemon) {
     return run({"--set", "IP Address=127.0.0.1", "--set", "Port=" + std::to_string(daemon.port()), "--set",
                 "Username=al", "--set", "Password=-", "--set", "FirstRun=3", "--set",
-                "SavedVersion=" SEEDMOTE_VERSION},
+                std::string("SavedVersion=") + SEEDMOTE_VERSION},
                "s3cret\n");
   }
 
