@@ -36,8 +36,6 @@ ViewItem {
             label: "Statistics"
             delegate: RVSessionStatListCell_iPad {}
             headerDelegate: SectionHeader {}
-
-            FocusRing {}
         }
     }
 }

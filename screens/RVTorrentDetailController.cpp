@@ -49,6 +49,11 @@ void RVTorrentDetailController::viewDidLoad() {
   log("Torrent Detail view is loaded.\n");
 }
 
+void RVTorrentDetailController::viewDidUnload() {
+  btnMoveLeft_.setInParent(false);
+  rightInfoListViewPos_.setInParent(false);
+}
+
 void RVTorrentDetailController::addGesture() {
   for (const SwipeDirection direction : {SwipeDirection::left, SwipeDirection::right}) {
     gestures_.addSwipe(direction, [this](SwipeDirection made) { handleSwipeFrom(made); });

@@ -41,6 +41,7 @@ class RVTorrentDetailController : public QObject, public TorrentDetailPanel {
   RVTorrentDetailController();
 
   void viewDidLoad();
+  void viewDidUnload();
 
   void setDetailInfo(std::shared_ptr<RVTorrentInfo> info) override;
   void resetPosition() override;

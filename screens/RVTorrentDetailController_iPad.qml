@@ -91,8 +91,6 @@ ViewItem {
                     EmptyNotice {
                         text: "No files are known yet."
                     }
-
-                    FocusRing {}
                 }
             }
         }
@@ -110,8 +108,6 @@ ViewItem {
                     table: panel.controller.rightListController.table
                     label: "Information"
                     delegate: RVTorrentDetailRightListCell_iPad {}
-
-                    FocusRing {}
                 }
             }
         }

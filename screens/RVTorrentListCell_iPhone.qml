@@ -24,6 +24,7 @@ PressableRow {
             width: 32
             height: 32
             torrent: row.torrent
+            inView: row.inView
         }
 
         TorrentLabel {

@@ -1,37 +1,7 @@
-import QtQuick
-import Seedmote.Platform
-import Seedmote.Screens
-
-ViewItem {
-    id: view
-
-    required property RVTorrentListPullbar bar
-
-    geometry: view.bar.view
-
-    Accessible.role: Accessible.Button
-    Accessible.name: view.bar.message
-    Accessible.onPressAction: view.bar.press()
-
-    SharpImage {
-        id: image
-
-        y: view.height - height - 10
-        x: 8
-        width: 32
-        height: 32
-        picture: view.bar.image
-    }
-
-    Text {
-        anchors.verticalCenter: image.verticalCenter
-        x: 48
-        width: view.width - x - 12
-        text: view.bar.message
-        textFormat: Text.PlainText
-        wrapMode: Text.Wrap
-        color: "#566774"
-        font.pixelSize: 13
-        Accessible.ignored: true  // the bar says it
-    }
+PullBar {
+    iconX: 8
+    textX: 48
+    bottomMargin: 10
+    rightMargin: 12
+    textSize: 13
 }

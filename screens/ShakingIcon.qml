@@ -8,6 +8,7 @@ SharpImage {
     id: icon
 
     required property RVTorrentListCell torrent
+    required property bool inView
 
     property int step: 0  // of eight, there and back
 
@@ -22,7 +23,7 @@ SharpImage {
     }
 
     Timer {
-        running: icon.torrent.shaking && icon.visible
+        running: icon.torrent.shaking && icon.visible && icon.inView
         repeat: true
         interval: icon.torrent.shakeMilliseconds / 4
         onTriggered: icon.step = (icon.step + 1) % 8
