@@ -4,7 +4,7 @@
 
 #include "app/RVRightBarController.h"
 #include "app/ScreenPlan.h"
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "platform/core/Device.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
@@ -32,10 +32,6 @@ bool hasStatusBarSystem() {
 
 Idiom idiom() {
   return platform::services().device.userInterfaceIdiom();
-}
-
-QColor toQColor(const Color& color) {
-  return QColor::fromRgbF(color.red, color.green, color.blue, color.alpha);
 }
 
 }  // namespace
@@ -76,7 +72,7 @@ bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) 
 void RVAppDelegate::makeWindow() {
   window_ = std::make_unique<QQuickView>();
   window_->setTitle(QStringLiteral("Seedmote"));
-  window_->setColor(toQColor(RVRes::getColor(kTopbarColor)));
+  window_->setColor(colorOf(kTopbarColor));
   window_->resize(idiom() == Idiom::tablet ? QSize(1024, 768) : QSize(667, 375));
   window_->contentItem()->setSize(window_->size());  // by itself not before the window is shown
   window_->setMinimumSize(idiom() == Idiom::tablet ? QSize(640, 400) : QSize(400, 225));
@@ -148,7 +144,7 @@ void RVAppDelegate::stackViews() {
 void RVAppDelegate::applySystemVersion() {
   if (hasStatusBarSystem()) {
     log("Change coordination over 7.0\n");
-    mainViewController_->topbarView()->setBackgroundColor(toQColor(RVRes::getColor(kTopbarColor)));
+    mainViewController_->topbarView()->setBackgroundColor(colorOf(kTopbarColor));
   } else {
     mainViewController_->topbarView()->setAlpha(0);
   }
@@ -196,7 +192,6 @@ void RVAppDelegate::showPanel(RVSettingsViewController& panel) {
   panelView_.reset(load("RVSettingsViewController", panel, mainView_));
   panel.viewDidLoad();
   mainViewController_->subviews().addSubview(*panel.view());
-  mainViewController_->subviews().bringSubviewToFront(*panel.view());
 }
 
 void RVAppDelegate::dropPanel() {

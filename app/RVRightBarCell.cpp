@@ -1,12 +1,12 @@
 #include "app/RVRightBarCell.h"
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 
 namespace seedmote {
 
 void RVRightBarCell::setRightBarID(int kind) {
   rightBarID_ = kind;
-  customImageView_ = isBlank() ? QUrl() : QUrl(QString::fromStdString(RVRes::getImage(kind).url()));
+  customImageView_ = isBlank() ? QUrl() : imageUrl(kind);
   Q_EMIT filled();
 }
 

@@ -7,7 +7,7 @@ PressableRow {
 
     readonly property RVRightBarCell button: row.cell as RVRightBarCell
 
-    ringColor: "#00204a"  // dark, for the bar is half transparent
+    ring.border.color: "#00204a"  // dark, for the bar is half transparent
     activeFocusOnTab: !row.button.blank
     Accessible.role: Accessible.Button
     Accessible.selectable: false

@@ -1,4 +1,5 @@
 import QtQuick
+import Seedmote.Platform
 
 // A tab at the left edge of a panel that pulls it further out. Reaches a point into the panel, so that both are
 // of one piece.
@@ -64,5 +65,7 @@ Item {
         onClicked: tab.pressed()
     }
 
-    FocusRing {}
+    FocusRing {
+        radius: 6
+    }
 }

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "platform/core/Device.h"
 #include "platform/core/Log.h"
 #include "platform/core/Services.h"
@@ -21,22 +21,13 @@ constexpr int kText = 51;
 constexpr int kSelectedText = 52;
 constexpr int kTextShadow = 53;
 
-QColor color(int id) {
-  const Color found = RVRes::getColor(id);
-  return QColor::fromRgbF(found.red, found.green, found.blue, found.alpha);
-}
-
-QUrl image(int id) {
-  return QUrl(QString::fromStdString(RVRes::getImage(id).url()));
-}
-
 }  // namespace
 
 RVFilterBarController::RVFilterBarController(QObject* parent) : QObject(parent) {
   for (std::size_t row = 0; row < filterBarID.size(); ++row) {
     filterBarStr_.at(row) = RVRes::getWording(filterBarID.at(row));
-    filterBarImage_.at(row) = image(filterBarID.at(row));
-    filterBarImageSel_.at(row) = image(filterBarID.at(row) + kSelectedImage);
+    filterBarImage_.at(row) = imageUrl(filterBarID.at(row));
+    filterBarImageSel_.at(row) = imageUrl(filterBarID.at(row) + kSelectedImage);
   }
   table_.setDataSource(this);
 }
@@ -50,8 +41,8 @@ void RVFilterBarController::viewDidLoad() {
   if (platform::services().device.systemVersionNumber() >= 7.0F) {
     separatorInset_ = 0;
   }
-  separatorColor_ = color(kBackground);
-  table_.setBackgroundColor(color(kBackground));
+  separatorColor_ = colorOf(kBackground);
+  table_.setBackgroundColor(colorOf(kBackground));
   table_.setScrollEnabled(false);
   table_.reload();
   platform::log("Filter Bar view is loaded.\n");
@@ -69,13 +60,13 @@ RVFilterBarCell* RVFilterBarController::cellForRowAtIndexPath(int row) {
   auto* cell = platform::reusableCell<RVFilterBarCell>(table_);
   const auto place = static_cast<std::size_t>(row);
   cell->text = QString::fromStdString(filterBarStr_.at(place));
-  cell->shadowColor = color(kTextShadow);
+  cell->shadowColor = colorOf(kTextShadow);
   cell->shadowOffset = {2.0, 2.0};
   cell->filterBarID = filterBarID.at(place);
   cell->selected = cell->filterBarID == selectedid_;
-  cell->textColor = color(cell->selected ? kSelectedText : kText);
+  cell->textColor = colorOf(cell->selected ? kSelectedText : kText);
   cell->image = (cell->selected ? filterBarImageSel_ : filterBarImage_).at(place);
-  cell->backgroundColor = color(kBackground);
+  cell->backgroundColor = colorOf(kBackground);
   cell->separatorColor = separatorColor_;
   cell->separatorInset = separatorInset_;
   cell->finishFilling();

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "client/RVTrans.h"
 #include "client/RVUtility.h"
 #include "platform/core/Format.h"
@@ -27,10 +27,6 @@ QString speed(std::int64_t bytes) {
   return QString::fromStdString(platform::format("%@/sec", RVUtility::changeSizeFormat(bytes)));
 }
 
-QUrl icon(int id) {
-  return QUrl(QString::fromStdString(RVRes::getImage(id).url()));
-}
-
 }  // namespace
 
 RVSessionStatController::RVSessionStatController()
@@ -45,11 +41,11 @@ RVSessionStatController::RVSessionStatController()
 }
 
 QUrl RVSessionStatController::downloadIcon() {
-  return icon(3);
+  return imageUrl(3);
 }
 
 QUrl RVSessionStatController::uploadIcon() {
-  return icon(5);
+  return imageUrl(5);
 }
 
 void RVSessionStatController::placeSubviews() {
@@ -67,8 +63,7 @@ void RVSessionStatController::viewDidLoad() {
   log("y = %f", frame.y());
   log("w = %f", frame.width());
   log("h = %f", frame.height());
-  const Color background = RVRes::getColor(32);
-  view_.setBackgroundColor(QColor::fromRgbF(background.red, background.green, background.blue));
+  view_.setBackgroundColor(colorOf(32));
   firstTimer_ =
       services().timers.once("updateSessionStauts", kFirstSeconds, [this] { updateSessionStauts(); });
   timer_ = services().timers.repeat("updateSessionStauts", kSeconds, [this] { updateSessionStauts(); });

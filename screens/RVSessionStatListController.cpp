@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "client/RVUtility.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
@@ -55,8 +55,7 @@ std::vector<std::string> transfers(const char* title, const std::shared_ptr<RVSt
 }  // namespace
 
 void RVSessionStatListController::viewDidLoad() {
-  const Color background = RVRes::getColor(32);
-  table()->setBackgroundColor(QColor::fromRgbF(background.red, background.green, background.blue));
+  table()->setBackgroundColor(colorOf(32));
   table_.reload();
   platform::log("Session Stat List view is loaded.\n");
 }

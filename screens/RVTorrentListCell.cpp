@@ -4,7 +4,7 @@
 #include <limits>
 #include <numbers>
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "client/RVUtility.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
@@ -31,10 +31,6 @@ QString fromUtf8(const std::string& text) {
   return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
-QColor toQColor(const Color& color) {
-  return QColor::fromRgbF(color.red, color.green, color.blue, color.alpha);
-}
-
 template <class Make>
 const QString& once(std::optional<QString>& text, Make make) {
   if (!text) {
@@ -58,7 +54,7 @@ void RVTorrentListCell::fill(json::ValueRef torrent, int status) {
   rateDownloadInSingle_ = torrent["rateDownload"].floatValue();
   rateUpload_ = torrent["rateUpload"].longLongValue();
   torrentidx_ = torrentID(torrent["id"]);
-  backgroundColor_ = toQColor(RVRes::getColor(32));
+  backgroundColor_ = colorOf(32);
   setProcessDownload(percentDone_);
   status_ = status;
   setTorrentStatus(status);
@@ -138,7 +134,7 @@ QString RVTorrentListCell::labelETA() const {
 }
 
 QUrl RVTorrentListCell::imageStatus() const {
-  return QUrl(fromUtf8(RVRes::getImage(statusID_).url()));
+  return imageUrl(statusID_);
 }
 
 QColor RVTorrentListCell::imageFill() const {

@@ -4,7 +4,7 @@
 #include <limits>
 #include <memory>
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "client/RVTrans.h"
 #include "client/RVUtility.h"
 #include "platform/core/Log.h"
@@ -76,8 +76,7 @@ void RVTorrentListController::viewDidLoad() {
 
 void RVTorrentListController::doInit() {
   configureView();
-  const Color background = RVRes::getColor(32);
-  table_.setBackgroundColor(QColor::fromRgbF(background.red, background.green, background.blue));
+  table_.setBackgroundColor(colorOf(32));
   services().defaults.setObject("ServerChanged", "NO");
   services().defaults.synchronize();
   filterID_ = kAllStates;
@@ -181,7 +180,7 @@ bool RVTorrentListController::isShaking(std::int64_t torrent) const {
 
 void RVTorrentListController::didSelectRowAtIndexPath(int row) {
   log("didSelectRowAtIndexPath:%ld\n", std::int64_t{row});
-  const RVTorrentListCell* cell = visibleCell(row);
+  const auto* cell = static_cast<const RVTorrentListCell*>(table_.visibleCell(row));
   if (cell == nullptr) {
     return;
   }
@@ -192,15 +191,6 @@ void RVTorrentListController::didSelectRowAtIndexPath(int row) {
   } else {
     selectTorrent(cell->torrent());
   }
-}
-
-const RVTorrentListCell* RVTorrentListController::visibleCell(int row) const {
-  for (const platform::TableView::LiveRow& live : table_.liveRows()) {
-    if (live.row == row) {
-      return static_cast<const RVTorrentListCell*>(live.cell);
-    }
-  }
-  return nullptr;
 }
 
 // The row shows the selection also when its details cannot be had: who starts or deletes what is selected

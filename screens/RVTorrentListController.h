@@ -121,7 +121,6 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   void offerCopiedTorrent();
   void selectTorrent(const TorrentIdentity& shown);
   // Null for a row that is not on the screen.
-  const RVTorrentListCell* visibleCell(int row) const;
   bool isShaking(std::int64_t torrent) const;
   void updateShaking();
   void updateEmptyState();

@@ -1,6 +1,6 @@
 #include "screens/RVTorrentListPullbar.h"
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "platform/ui/LayoutEntry.h"
 
 namespace seedmote {
@@ -20,7 +20,7 @@ void RVTorrentListPullbar::show(const char* message, int image) {
   const QString wanted = QString::fromUtf8(message);
   if (message_ != wanted) {
     message_ = wanted;
-    image_ = QUrl(QString::fromStdString(RVRes::getImage(image).url()));
+    image_ = imageUrl(image);
     Q_EMIT changed();
   }
 }

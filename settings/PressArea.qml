@@ -1,4 +1,5 @@
 import QtQuick
+import Seedmote.Platform
 
 // What can be pressed: with a finger, the mouse, Space and Return, and by an assistive technology.
 Item {
@@ -29,15 +30,9 @@ Item {
         onClicked: area.pressed()
     }
 
-    Rectangle {
+    FocusRing {
         id: ring
 
-        anchors.fill: parent
         radius: 8
-        color: "transparent"
-        border.width: 2
-        border.color: "#1d76d8"
-        visible: area.activeFocus
-        z: 1
     }
 }

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/resources/RVRes.h"
+#include "app/resources/RVResQt.h"
 #include "platform/ui/LayoutEntry.h"
 
 namespace seedmote {
@@ -62,8 +62,7 @@ QFont RVSettingsCell::font() {
 }
 
 QColor RVSettingsCell::backgroundColor() {
-  const Color color = RVRes::getColor(32);
-  return QColor::fromRgbF(color.red, color.green, color.blue, color.alpha);
+  return colorOf(32);
 }
 
 // What came past something in front is not taken: the field goes back to what it was.

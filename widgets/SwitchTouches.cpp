@@ -6,12 +6,11 @@
 #include <QStyleHints>
 #include <cmath>
 
-#include "platform/core/MainThread.h"
 #include "platform/core/Services.h"
+#include "platform/ui/LayoutEntry.h"
 
 namespace seedmote {
 
-using platform::MainThread;
 using platform::services;
 
 SwitchTouches::SwitchTouches(QQuickItem* parent) : QQuickItem(parent) {
@@ -26,14 +25,8 @@ void SwitchTouches::setControl(JtSwitch* control) {
 }
 
 void SwitchTouches::report(void (JtSwitch::*touch)()) {
-  services().main.enter(
-      "touch on a switch",
-      [control = control_, touch] {
-        if (control) {
-          (control->*touch)();
-        }
-      },
-      MainThread::From::layout);
+  platform::enterFromLayout(control_.data(), "touch on a switch",
+                            [touch](JtSwitch& control) { (control.*touch)(); });
 }
 
 // In whole points, the rest with the next report: the thumb stands on such, and must not lose or gain by the
@@ -41,14 +34,9 @@ void SwitchTouches::report(void (JtSwitch::*touch)()) {
 void SwitchTouches::reportPan(SwitchPan::State state, double x) {
   const double moved = std::trunc(x - reportedX_);
   reportedX_ += moved;
-  services().main.enter(
-      "drag of a switch",
-      [control = control_, pan = SwitchPan{.state = state, .translation = moved}]() mutable {
-        if (control) {
-          control->handleThumbPanGesture(pan);
-        }
-      },
-      MainThread::From::layout);
+  platform::enterFromLayout(control_.data(), "drag of a switch",
+                            [pan = SwitchPan{.state = state, .translation = moved}](
+                                JtSwitch& control) mutable { control.handleThumbPanGesture(pan); });
 }
 
 // Assistive technologies come past what lies in front.

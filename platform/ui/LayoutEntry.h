@@ -15,7 +15,7 @@ template <class Object, class Step>
 void enterFromLayout(Object* object, std::string_view where, Step step) {
   services().main.enter(
       where,
-      [object = QPointer<Object>(object), step = std::move(step)] {
+      [object = QPointer<Object>(object), step = std::move(step)]() mutable {
         if (object) {
           step(*object);
         }

@@ -6,7 +6,7 @@ import Seedmote.Platform
 TableRow {
     id: row
 
-    property color ringColor: "#1d76d8"
+    property alias ring: ring
 
     Accessible.selectable: true
     Accessible.selected: row.cell.selected
@@ -19,12 +19,7 @@ TableRow {
         event.accepted = presses;
     }
 
-    Rectangle {
-        anchors.fill: parent
-        z: 1
-        visible: row.activeFocus
-        color: "transparent"
-        border.color: row.ringColor
-        border.width: 2
+    FocusRing {
+        id: ring
     }
 }

@@ -89,13 +89,7 @@ Item {
         visible: root.table.empty
     }
 
-    Rectangle {
-        anchors.fill: parent
-        visible: root.activeFocus
-        color: "transparent"
-        border.color: "#1d76d8"
-        border.width: 2
-    }
+    FocusRing {}
 
     ScrollIndicator {
         flickable: flickable
