@@ -28,7 +28,8 @@ constexpr const char* kTorrents =
     R"("result":"success"})";
 constexpr const char* kStats = R"({"arguments":{"torrentCount":1},"result":"success"})";
 
-// As the program has it, but cuts the time-outs that the client asks for, so that a hanging daemon is given up soon.
+// As the program has it, but cuts the time-outs that the client asks for, so that a hanging daemon is given
+// up soon.
 class HurriedHttp final : public platform::Http {
  public:
   platform::HttpAnswer exchange(const platform::HttpRequest& request) override {
