@@ -136,7 +136,7 @@ TEST(CurlHttp, ReplacesAConnectionThatDiedIdle) {
     LoopbackDaemon daemon({.tls = tls});
     CurlHttp http;
     ASSERT_EQ(http.exchange(post(daemon.url())).status, 409);
-    daemon.restart();
+    daemon.dropConnections();
     const HttpAnswer answer = http.exchange(post(daemon.url()));
     EXPECT_EQ(answer.status, 409) << answer.message;
     EXPECT_EQ(daemon.requests().size(), 2u);
