@@ -77,7 +77,6 @@ TEST(CurlHttpError, WhatAServerAnswers) {
       {"no chunk length", replies::raw(head + "Transfer-Encoding: chunked\r\n\r\nzz\r\n"), HttpError::notHttp,
        200},
       {"garbage", replies::raw(std::string("\x00\xFF\x7F\r\n\r\n garbage", 15)), HttpError::notHttp, 0},
-      {"mail server", replies::raw("220 mail.example ESMTP\r\n"), HttpError::notHttp, 0},
       {"no status", replies::raw("HTTP/1.1 abc\r\n\r\n"), HttpError::notHttp, 0},
       {"not packed after all", replies::answer(200, "plain", {{"Content-Encoding", "gzip"}}),
        HttpError::other, 200},
@@ -91,7 +90,6 @@ TEST(CurlHttpError, WhatAServerAnswers) {
        replies::answer(200, gzip(std::string(kSmallLimit * 100, '\0')), {{"Content-Encoding", "gzip"}}),
        HttpError::tooLarge, 200},
       {"redirect to a file", replies::redirect(302, "file:///etc/hostname"), HttpError::badUrl, 302},
-      {"redirect to mail", replies::redirect(301, "mailto:a@b"), HttpError::badUrl, 301},
       {"redirect to nothing", replies::redirect(301, "http://"), HttpError::badUrl, 301},
       {"redirect to itself", replies::redirect(307, "/transmission/rpc"), HttpError::tooManyRedirects, 307},
   };
@@ -101,31 +99,18 @@ TEST(CurlHttpError, WhatAServerAnswers) {
     daemon.setReply(one.reply);
     expectFailure(http.exchange(post(daemon.url())), one.error, one.status, one.name);
   }
-  daemon.setHandler({});
-  EXPECT_EQ(http.exchange(post(daemon.url())).status, 409) << "usable after every failure";
+  daemon.setReply(replies::huge(kSmallLimit));
+  EXPECT_EQ(http.exchange(post(daemon.url())).body.size(), kSmallLimit) << "usable after every failure";
 }
 
-TEST(CurlHttpError, AConnectionThatWorkedOnceIsNotSilentForWantOfTls) {
-  LoopbackDaemon tls({.tls = true});
-  tls.setReply(replies::nothing());
-  CurlHttp http;
-  EXPECT_EQ(http.exchange(post(tls.url())).error, HttpError::closed);
-  LoopbackDaemon plain;
-  for (const Reply& end : {replies::nothing(), replies::reset()}) {
-    plain.setHandler({});
-    EXPECT_EQ(http.exchange(post(plain.url())).status, 409);
-    plain.setReply(end);
-    EXPECT_EQ(http.exchange(post(plain.url())).error, HttpError::closed) << "on the kept connection";
-  }
-}
-
-TEST(CurlHttpError, WhereNothingIsSent) {
+TEST(CurlHttpError, WhereNothingIsAnswered) {
   const FakeNames names;
   CurlHttp http;
   const support::FileDescriptor silent = support::listenOnLoopback(0, 16);
   const DeafPort off;
   LoopbackDaemon plain;
   LoopbackDaemon tls({.tls = true});
+  tls.setReply(replies::nothing());
   LoopbackDaemon strict({.tls = true, .demandClientCertificate = true});
   struct Case {
     std::string url;
@@ -133,10 +118,8 @@ TEST(CurlHttpError, WhereNothingIsSent) {
   };
   const std::vector<Case> cases = {
       {"", HttpError::badUrl},
-      {"://127.0.0.1/x", HttpError::badUrl},
       {"127.0.0.1:9091/transmission/rpc", HttpError::badUrl},
       {"http://127.0.0.1:99999/x", HttpError::badUrl},
-      {"http://a b/x", HttpError::badUrl},
       {"http://:9091/x", HttpError::badUrl},
       {"ftp://127.0.0.1/x", HttpError::badUrl},
       {"file:///etc/hostname", HttpError::badUrl},
@@ -150,6 +133,7 @@ TEST(CurlHttpError, WhereNothingIsSent) {
       {onPort("http", off.port()), HttpError::timedOut},
       {onPort("https", plain.port()), HttpError::noTls},
       {onPort("http", tls.port()), HttpError::silent},
+      {tls.url(), HttpError::closed},  // not silent for want of TLS
       {onPort("https", strict.port()), HttpError::tls},
   };
   for (const Case& one : cases) {
