@@ -77,9 +77,6 @@ TEST_F(ConnectionTest, EveryOtherFirstAnswerEndsTheAttemptWithItsCode) {
   const Case cases[] = {
       {"nobody listens", failure(HttpError::refused), 5, timeout, ""},
       {"accepted at once", page(200, kStatsAnswer), 5, timeout, ""},
-      {"the daemon's own refusal",
-       page(401, "<h1>401: Unauthorized</h1><p>Unauthorized User. 2 unsuccessful login attempts.</p>"), 5,
-       timeout, ""},
       {"an old daemon's refusal", page(401, "<h1>401: Unauthorized</h1>Unauthorized User"), 4, refused,
        "kept"},
   };
@@ -99,18 +96,6 @@ TEST_F(ConnectionTest, EveryOtherFirstAnswerEndsTheAttemptWithItsCode) {
     EXPECT_FALSE(client.isConnected());
     EXPECT_TRUE(lines.contains("bConnected = FALSE\n"));
   }
-}
-
-TEST_F(ConnectionTest, AnAttemptWhoseDaemonNamesNoVersionStillEndsWithAMessage) {
-  enqueue({page(409, sessionPage("abc")), page(200, kStatsAnswer), page(200, kStatsAnswer),
-           page(200, "{\"arguments\":{}}")});
-  RVTrans::init();
-  services.finishThreads();
-  EXPECT_TRUE(RVTrans::isConnected());
-  EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("error"));
-  EXPECT_FALSE(overlayText().empty());
-  EXPECT_TRUE(lines.contains("Raised in connection: the daemon's answer names no version\n"));
-  EXPECT_EQ(RVTrans::getRPCVersion(), -1);
 }
 
 TEST_F(ConnectionTest, WhileNotConnectedEachListReadTriesAgain) {

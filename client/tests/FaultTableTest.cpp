@@ -96,8 +96,7 @@ struct Request {
   std::function<void(Harness&)> act;
   // What is there afterwards.
   std::function<void(Harness&, const Fault&)> expect;
-  bool connects = false;    // it is part of the hand-shake
-  bool background = false;  // it runs on a thread of its own, which catches what is raised
+  bool connects = false;  // it is part of the hand-shake
 };
 
 std::ostream& operator<<(std::ostream& out, const Request& request) {
@@ -127,7 +126,7 @@ const std::vector<Request>& requestTable() {
            expectRaisedOrFailed(house, fault);
          }
        },
-       true, true},
+       true},
       {"daemonInfo", "session-get", [](Harness&) { RVTrans::init(); },
        [](Harness& house, const Fault&) {
          EXPECT_TRUE(RVTrans::isConnected());
@@ -135,14 +134,14 @@ const std::vector<Request>& requestTable() {
          EXPECT_EQ(RVTrans::getRPCVersion(), -1);
          EXPECT_TRUE(RVTrans::isOutOfStep()) << "so that it is fetched later";
        },
-       true, true},
+       true},
       {"firstList", "torrent-get", [](Harness&) { RVTrans::init(); },
        [](Harness& house, const Fault& fault) {
          EXPECT_TRUE(RVTrans::isConnected());
          EXPECT_EQ(house.isError(), fault.kind == Kind::unreadable);
          EXPECT_TRUE(RVTrans::isOutOfStep());
        },
-       true, true},
+       true},
       {"statistics", "session-stats",
        [](Harness&) {
          const auto session = RVTrans::getSessionStatus();
@@ -185,8 +184,7 @@ const std::vector<Request>& requestTable() {
        [](Harness& house, const Fault& fault) {
          EXPECT_EQ(house.isError(), fault.kind == Kind::unreadable);
          EXPECT_EQ(house.message() == "Deleted!!", fault.kind != Kind::unreadable);
-       },
-       false, true},
+       }},
       {"addLink", "torrent-add", [](Harness&) { added = RVTrans::addTorrentURL("magnet:?xt=x"); },
        [](Harness&, const Fault& fault) {
          if (fault.kind != Kind::unreadable) {
