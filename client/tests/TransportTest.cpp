@@ -115,17 +115,6 @@ TEST_F(TransportTest, ASessionIdIsReadFromTheBodyAlone) {
   EXPECT_TRUE(lines.contains("New session-id: \"(null)\"\n"));
 }
 
-TEST_F(TransportTest, AConflictWhoseBodyBrokeOffLeavesTheIdAbsentAndTheNextAnswerHeals) {
-  platform::HttpAnswer broken = failure(HttpError::closed);
-  broken.status = 409;
-  enqueue({broken, page(409, sessionPage("abc")), page(200, "{}")});
-  const RVSOAPResult result = client.sendCommandStringRetry("text");
-  EXPECT_EQ(result.statuscode, "409");
-  EXPECT_EQ(result.response, std::nullopt);
-  EXPECT_EQ(header(1, 0), "X-Transmission-Session-Id=");
-  EXPECT_EQ(header(2, 0), "X-Transmission-Session-Id=abc");
-}
-
 TEST_F(TransportTest, TheCountdownCountsEachSecondAndEndsWithItsExchange) {
   services.scripted.hold();
   services.scripted.setHandler([](const auto&) { return page(200, "{}"); });

@@ -1,32 +1,28 @@
 #include <gmock/gmock.h>
 
-#include "client/tests/WireFixture.h"
+#include "client/tests/FaultHarness.h"
 #include "platform/core/BackgroundPoll.h"
-#include "tests/support/LoopbackDaemon.h"
-#include "tests/support/Replies.h"
 
-namespace seedmote {
+namespace seedmote::faults {
 namespace {
 
-using support::LoopbackDaemon;
 using testing::ElementsAre;
-namespace replies = support::replies;
 
-class WireTest : public WireFixture {};
+class WireTest : public testing::Test {
+ protected:
+  Harness house;
+  LoopbackDaemon& daemon = house.daemon;
+  support::TestServices& services = house.services;
+};
 
 TEST_F(WireTest, AStartSendsTheseRequestsOverOneConnection) {
-  LoopbackDaemon daemon;
-  user = "al";
-  password = "ice";
-  useDaemonAt(daemon.port());
-  attempt();
-  ASSERT_TRUE(RVTrans::isConnected());
+  house.connect();
   const std::string session = daemon.sessionId();
   std::vector<std::string> sent;
   for (const auto& request : daemon.requests()) {
     EXPECT_EQ(request.method, "POST");
     EXPECT_EQ(request.path, "/transmission/rpc");
-    EXPECT_EQ(request.header("Authorization"), "Basic YWw6aWNl");
+    EXPECT_EQ(request.header("Authorization"), "Basic dXNlcjpzZWNyZXQ=");
     EXPECT_EQ(request.header("Expect"), std::nullopt);
     EXPECT_NE(request.raw.find("X-Transmission-Session-Id:"), std::string::npos);
     sent.push_back(request.header("X-Transmission-Session-Id").value_or("none") + " " + request.body);
@@ -42,12 +38,8 @@ TEST_F(WireTest, AStartSendsTheseRequestsOverOneConnection) {
 }
 
 TEST_F(WireTest, ATimersPollGivesUpARefusedLoginUntilTheUserActs) {
-  LoopbackDaemon daemon;
-  user = "user";
-  password = "secret";
   daemon.model().setCredentials("user:secret");
-  useDaemonAt(daemon.port());
-  attempt();
+  house.connect();
   daemon.model().setCredentials("user:another");
   daemon.forgetRequests();
   platform::BackgroundPoll poll(services.main, services.threads, "statistics", [] {
@@ -75,4 +67,4 @@ TEST_F(WireTest, ATimersPollGivesUpARefusedLoginUntilTheUserActs) {
 }
 
 }  // namespace
-}  // namespace seedmote
+}  // namespace seedmote::faults

@@ -81,7 +81,6 @@ TEST(Reader, MisplacedTokens) {
       {"{]", "! Token 'end of array' not expected at beginning of object"},
       {R"({"a":1,})", "! Token 'end of object' not expected in place of object key"},
       {"{1:2}", "! Token 'number' not expected at beginning of object"},
-      {"{null", "! Token 'null' not expected at beginning of object"},
       {R"({"a" "b"})", "! Token 'string' not expected after object key"},
       {R"({"a":})", "! Token 'end of object' not expected as object value"},
       {R"({"a":1 {)", "! Token 'start of object' not expected after object value"},
@@ -114,7 +113,6 @@ TEST(Reader, Numbers) {
   expectAll({
       {"[0]", "[u0]"},
       {"[-0]", "[i0]"},
-      {"[-1]", "[i-1]"},
       {"[999999999999999999]", "[u999999999999999999]"},
       {"[-999999999999999999]", "[i-999999999999999999]"},
       {"[1000000000000000000]", "[d1000000000000000000]"},
@@ -134,11 +132,9 @@ TEST(Reader, Numbers) {
       {"[+1]", "! Leading + is illegal in number"},
       {"[-]", "! No digits after initial minus"},
       {"[-a]", "! No digits after initial minus"},
-      {"[-e5]", "! No digits after initial minus"},
       {"[1.]", "! No digits after decimal point"},
       {"[-.e5]", "! No digits after decimal point"},
       {"[1e]", "! No digits in exponent"},
-      {"[1e+]", "! No digits in exponent"},
       {"[1e+-5]", "! No digits in exponent"},
       {"[1.5", "! Unexpected end of input"},
   });
@@ -187,23 +183,6 @@ TEST(Reader, BrokenUnicode) {
   expectAll({{"[\"\xC3\\n\xA9\"]", broken}, {"[\"\\n\xE2\x82\"]", broken}});
 }
 
-TEST(Reader, EventsComeInOrder) {
-  EventRecorder recorder;
-  YxJsonStreamParser<> parser;
-  parser.setDelegate(&recorder);
-  EXPECT_EQ(parser.parse(R"({"a":[18446744073709551616,1,"b",true],"c":{},"d":nu)"),
-            Status::YxJsonStreamParserWaitingForData);
-  const std::string first =
-      "{ key:a [ number:1844674407370955161618446744073709551616 number:1 string:b true ]<after object value> key:c { }<after object value> key:d ";
-  EXPECT_EQ(recorder.events, first);
-  EXPECT_EQ(parser.parse("ll} \n"), Status::YxJsonStreamParserComplete);
-  EXPECT_EQ(recorder.events, first + "null }<after outer-most array or object> ");
-  EXPECT_EQ(parser.parse(" "), Status::YxJsonStreamParserComplete);
-  EXPECT_EQ(parser.parse("]"), Status::YxJsonStreamParserError);
-  EXPECT_EQ(parser.error(), "Token 'end of array' not expected after outer-most array or object");
-  EXPECT_EQ(parser.parse("[]"), Status::YxJsonStreamParserError);
-}
-
 TEST(Reader, DepthLimit) {
   for (const std::size_t limit : {0, 1, 2, 100}) {
     YxJsonParser parser;
@@ -217,26 +196,6 @@ TEST(Reader, DepthLimit) {
   const Value value = deep.objectWithString(nested(1000000));
   EXPECT_EQ(value->count(), 1u);
   EXPECT_EQ(value->description(), nested(1000000));
-}
-
-TEST(UTF8Stream, KeepsWhatIsNotConsumed) {
-  YxJsonUTF8Stream stream;
-  stream.appendData("\"ab\xC3");
-  std::optional<std::string> fragment;
-  stream.skip();
-  EXPECT_FALSE(stream.getRetainedStringFragment(fragment)) << "no stopping byte yet";
-  stream.setIndex(1);
-  stream.appendData("\xA9\\\x80");
-  ASSERT_TRUE(stream.getRetainedStringFragment(fragment));
-  EXPECT_EQ(fragment, "ab\u00e9");
-  EXPECT_FALSE(stream.stringWithRange(2, 1)) << "half a character";
-  EXPECT_FALSE(stream.stringWithRange(2, 9)) << "beyond the end";
-  char16_t unit = 0;
-  ASSERT_TRUE(stream.getNextUnichar(unit));
-  EXPECT_EQ(unit, 0xFF80);
-  EXPECT_FALSE(stream.skipCharacters("x"));
-  EXPECT_TRUE(stream.skipCharacters("\x80"));
-  EXPECT_FALSE(stream.getUnichar(unit) || stream.haveRemainingCharacters(1));
 }
 
 // Keeps all top-level values as text.

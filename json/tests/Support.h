@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "json/Value.h"
-#include "json/YxJsonStreamParser.h"
 
 namespace seedmote::json::test {
 
@@ -37,34 +36,5 @@ inline std::string dump(ValueRef value) {
       return value.description();
   }
 }
-
-// Records the events as one line.
-class EventRecorder final : public YxJsonStreamParserDelegate {
- public:
-  std::string events;
-
-  void parserFoundObjectStart(YxJsonStreamParserBase&) override { events += "{ "; }
-  void foundObjectKey(YxJsonStreamParserBase&, std::string_view key) override {
-    events.append("key:").append(key).append(" ");
-  }
-  void parserFoundObjectEnd(YxJsonStreamParserBase& parser) override { end("}", parser); }
-  void parserFoundArrayStart(YxJsonStreamParserBase&) override { events += "[ "; }
-  void parserFoundArrayEnd(YxJsonStreamParserBase& parser) override { end("]", parser); }
-  void foundBoolean(YxJsonStreamParserBase&, bool value) override { events += value ? "true " : "false "; }
-  void parserFoundNull(YxJsonStreamParserBase&) override { events += "null "; }
-  void foundNumber(YxJsonStreamParserBase&, const YxJsonNumber& number) override {
-    // Only a long number has its text; what an earlier one left would dangle.
-    events.append("number:").append(Value::number(number)->description()).append(number.text).append(" ");
-  }
-  void foundString(YxJsonStreamParserBase&, std::string_view text) override {
-    events.append("string:").append(text).append(" ");
-  }
-
- private:
-  // An end is told once the parser has moved on.
-  void end(const char* bracket, YxJsonStreamParserBase& parser) {
-    events.append(bracket).append("<").append(parser.state()->name()).append("> ");
-  }
-};
 
 }  // namespace seedmote::json::test

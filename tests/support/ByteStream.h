@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/socket.h>
+
 #include <cstddef>
 #include <string_view>
 
@@ -16,9 +18,16 @@ class ByteStream {
   // False when the peer broke the handshake off.
   virtual bool open() { return true; }
   // At most `size` bytes; 0 or less at the end or after an error.
-  virtual long read(char* to, std::size_t size);
+  virtual long read(char* to, std::size_t size) { return recv(socket_.get(), to, size, 0); }
   // False when the connection is gone.
-  virtual bool write(std::string_view bytes);
+  virtual bool write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t sent = send(socket_.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+      if (sent <= 0) return false;
+      bytes.remove_prefix(static_cast<std::size_t>(sent));
+    }
+    return true;
+  }
   // A polite end of what was written.
   virtual void finish() {}
 

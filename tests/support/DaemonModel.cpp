@@ -9,8 +9,6 @@
 namespace seedmote::support {
 namespace {
 
-constexpr std::string_view kRpcPath = "/transmission/rpc";
-
 std::string makeSessionId(int number) {  // 48 letters and digits, another one each time
   std::string id = "SessionNumber" + std::to_string(number) + "x";
   while (id.size() < 48) {
@@ -43,14 +41,8 @@ Reply DaemonModel::reply(const RecordedRequest& request) {
   if (!loggedIn(request)) {
     return replies::unauthorized(failedLogins_);
   }
-  if (!request.path.starts_with(kRpcPath)) {
-    return replies::html(301, texts::kMovedBody, {{"Location", "/transmission/web/"}});
-  }
   if (request.header("X-Transmission-Session-Id") != sessionId_) {
     return replies::conflict(sessionId_);
-  }
-  if (request.method != "POST") {
-    return replies::html(405, texts::kMethodBody);
   }
   const std::string json = jsonFor(request.body);
   const bool pack = request.header("Accept-Encoding").value_or("").find("gzip") != std::string::npos;
@@ -83,8 +75,7 @@ std::string DaemonModel::jsonFor(const std::string& body) const {
   if (method == "torrent-get") {
     return body.find("\"ids\"") == std::string::npos ? torrents_ : detail_;
   }
-  const bool known = method.starts_with("torrent-") || method.starts_with("session-");
-  return std::string(known ? texts::kSuccess : texts::kUnknownMethod);
+  return std::string(texts::kSuccess);
 }
 
 std::string DaemonModel::sessionId() const {

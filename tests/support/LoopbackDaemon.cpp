@@ -94,11 +94,6 @@ void LoopbackDaemon::dropConnections() {
   changed_.notify_all();
 }
 
-void LoopbackDaemon::restart() {
-  changeSessionId();
-  dropConnections();
-}
-
 void LoopbackDaemon::enqueue(Reply reply) {
   const std::lock_guard lock(mutex_);
   queue_.push_back(std::move(reply));

@@ -63,7 +63,6 @@ class LoopbackDaemon final {
   void listenAgain();
   // Closes what is open, as a daemon does that ends. What is under way gets no answer.
   void dropConnections();
-  void restart();  // drops the connections and changes the session id
 
  private:
   struct Connection {

@@ -13,6 +13,7 @@
 #include <thread>
 #include <utility>
 
+#include "tests/support/DaemonTexts.h"
 #include "tests/support/DeafPort.h"
 #include "tests/support/Encodings.h"
 
@@ -35,17 +36,6 @@ bool poll(const std::function<bool()>& done) {
 
 std::string quoted(const std::string& text) {
   return "\"" + text + "\"";
-}
-
-// What stands between the code markers of a 409, behind the header's name.
-std::string sessionIdIn(const std::string& body) {
-  constexpr std::string_view kBefore = "<code>X-Transmission-Session-Id: ";
-  const std::size_t start = body.find(kBefore);
-  if (start == std::string::npos) {
-    throw std::runtime_error("a 409 without session id: " + body);
-  }
-  const std::size_t from = start + kBefore.size();
-  return body.substr(from, body.find("</code>", from) - from);
 }
 
 }  // namespace
@@ -142,7 +132,7 @@ platform::HttpAnswer RealDaemon::post(const std::string& body) {
   }
   platform::HttpAnswer answer = http_.exchange(request);
   if (answer.status == 409) {
-    sessionId_ = sessionIdIn(answer.body);
+    sessionId_ = texts::sessionIdIn(answer.body);
     request.headers.front().value = sessionId_;
     answer = http_.exchange(request);
   }

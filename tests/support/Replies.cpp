@@ -1,6 +1,7 @@
 #include "tests/support/Replies.h"
 
 #include <map>
+#include <string>
 
 #include "tests/support/DaemonTexts.h"
 #include "tests/support/Encodings.h"
@@ -8,42 +9,25 @@
 namespace seedmote::support::replies {
 namespace {
 
-constexpr std::string_view kHtml = "text/html; charset=ISO-8859-1";
-constexpr std::string_view kJson = "application/json; charset=UTF-8";
-constexpr std::string_view kDate = "Sat, 21 Nov 2026 05:52:00 GMT";
+constexpr const char* kHtml = "text/html; charset=ISO-8859-1";
+constexpr const char* kJson = "application/json; charset=UTF-8";
+constexpr const char* kDate = "Sat, 21 Nov 2026 05:52:00 GMT";
 
 const std::map<int, std::string> kReasons = {
-    {200, "OK"},        {301, "Moved Permanently"},  {401, "Unauthorized"},
-    {403, "Forbidden"}, {405, "Method Not Allowed"}, {409, "Conflict"}};
+    {200, "OK"}, {401, "Unauthorized"}, {403, "Forbidden"}, {409, "Conflict"}};
 
-std::string head(int status, const std::vector<HttpHeader>& headers) {
+Reply whole(int status, const std::vector<HttpHeader>& headers, std::string_view body) {
   const auto reason = kReasons.find(status);
   std::string text = "HTTP/1.1 " + std::to_string(status) + " " +
                      (reason == kReasons.end() ? "Something" : reason->second) + "\r\n";
   for (const HttpHeader& header : headers) {
     text += header.name + ": " + header.value + "\r\n";
   }
-  return text;
-}
-
-Reply whole(int status, const std::vector<HttpHeader>& headers, std::string_view body) {
-  return {.bytes = head(status, headers) + "\r\n" + std::string(body)};
+  return {.bytes = text + "\r\n" + std::string(body)};
 }
 
 HttpHeader length(std::size_t size) {
   return {"Content-Length", std::to_string(size)};
-}
-
-// The daemon writes its JSON headers in another order than those of its refusals.
-Reply jsonAnswer(std::string_view body, bool packed) {
-  std::vector<HttpHeader> headers{{"Server", "Transmission"}};
-  if (packed) {
-    headers.push_back({"Content-Encoding", "gzip"});
-  }
-  headers.push_back({"Content-Type", std::string(kJson)});
-  headers.push_back({"Date", std::string(kDate)});
-  headers.push_back(length(body.size()));
-  return whole(200, headers, body);
 }
 
 }  // namespace
@@ -54,21 +38,24 @@ Reply answer(int status, std::string_view body, const std::vector<HttpHeader>& h
   return whole(status, all, body);
 }
 
+// The daemon writes the headers of its refusals in another order than those of its JSON.
 Reply html(int status, std::string_view body, const std::vector<HttpHeader>& headers) {
   std::vector<HttpHeader> all{{"Server", "Transmission"}};
   all.insert(all.end(), headers.begin(), headers.end());
-  all.push_back({"Date", std::string(kDate)});
+  all.push_back({"Date", kDate});
   all.push_back(length(body.size()));
-  all.push_back({"Content-Type", std::string(kHtml)});
+  all.push_back({"Content-Type", kHtml});
   return whole(status, all, body);
 }
 
 Reply json(std::string_view body) {
-  return jsonAnswer(body, false);
+  return answer(200, body, {{"Server", "Transmission"}, {"Content-Type", kJson}, {"Date", kDate}});
 }
 
 Reply gzippedJson(std::string_view body) {
-  return jsonAnswer(gzip(body), true);
+  return answer(
+      200, gzip(body),
+      {{"Server", "Transmission"}, {"Content-Encoding", "gzip"}, {"Content-Type", kJson}, {"Date", kDate}});
 }
 
 Reply redirect(int status, std::string_view url) {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
 #include <future>
 #include <string>
 #include <vector>
@@ -77,7 +76,6 @@ TEST(CurlHttpError, WhatAServerAnswers) {
       {"no chunk length", replies::raw(head + "Transfer-Encoding: chunked\r\n\r\nzz\r\n"), HttpError::notHttp,
        200},
       {"garbage", replies::raw(std::string("\x00\xFF\x7F\r\n\r\n garbage", 15)), HttpError::notHttp, 0},
-      {"mail server", replies::raw("220 mail.example ESMTP\r\n"), HttpError::notHttp, 0},
       {"no status", replies::raw("HTTP/1.1 abc\r\n\r\n"), HttpError::notHttp, 0},
       {"not packed after all", replies::answer(200, "plain", {{"Content-Encoding", "gzip"}}),
        HttpError::other, 200},
@@ -91,7 +89,6 @@ TEST(CurlHttpError, WhatAServerAnswers) {
        replies::answer(200, gzip(std::string(kSmallLimit * 100, '\0')), {{"Content-Encoding", "gzip"}}),
        HttpError::tooLarge, 200},
       {"redirect to a file", replies::redirect(302, "file:///etc/hostname"), HttpError::badUrl, 302},
-      {"redirect to mail", replies::redirect(301, "mailto:a@b"), HttpError::badUrl, 301},
       {"redirect to nothing", replies::redirect(301, "http://"), HttpError::badUrl, 301},
       {"redirect to itself", replies::redirect(307, "/transmission/rpc"), HttpError::tooManyRedirects, 307},
   };
@@ -101,31 +98,18 @@ TEST(CurlHttpError, WhatAServerAnswers) {
     daemon.setReply(one.reply);
     expectFailure(http.exchange(post(daemon.url())), one.error, one.status, one.name);
   }
-  daemon.setHandler({});
-  EXPECT_EQ(http.exchange(post(daemon.url())).status, 409) << "usable after every failure";
+  daemon.setReply(replies::huge(kSmallLimit));
+  EXPECT_EQ(http.exchange(post(daemon.url())).body.size(), kSmallLimit) << "usable after every failure";
 }
 
-TEST(CurlHttpError, AConnectionThatWorkedOnceIsNotSilentForWantOfTls) {
-  LoopbackDaemon tls({.tls = true});
-  tls.setReply(replies::nothing());
-  CurlHttp http;
-  EXPECT_EQ(http.exchange(post(tls.url())).error, HttpError::closed);
-  LoopbackDaemon plain;
-  for (const Reply& end : {replies::nothing(), replies::reset()}) {
-    plain.setHandler({});
-    EXPECT_EQ(http.exchange(post(plain.url())).status, 409);
-    plain.setReply(end);
-    EXPECT_EQ(http.exchange(post(plain.url())).error, HttpError::closed) << "on the kept connection";
-  }
-}
-
-TEST(CurlHttpError, WhereNothingIsSent) {
+TEST(CurlHttpError, WhereNothingIsAnswered) {
   const FakeNames names;
   CurlHttp http;
   const support::FileDescriptor silent = support::listenOnLoopback(0, 16);
   const DeafPort off;
   LoopbackDaemon plain;
   LoopbackDaemon tls({.tls = true});
+  tls.setReply(replies::nothing());
   LoopbackDaemon strict({.tls = true, .demandClientCertificate = true});
   struct Case {
     std::string url;
@@ -133,10 +117,8 @@ TEST(CurlHttpError, WhereNothingIsSent) {
   };
   const std::vector<Case> cases = {
       {"", HttpError::badUrl},
-      {"://127.0.0.1/x", HttpError::badUrl},
       {"127.0.0.1:9091/transmission/rpc", HttpError::badUrl},
       {"http://127.0.0.1:99999/x", HttpError::badUrl},
-      {"http://a b/x", HttpError::badUrl},
       {"http://:9091/x", HttpError::badUrl},
       {"ftp://127.0.0.1/x", HttpError::badUrl},
       {"file:///etc/hostname", HttpError::badUrl},
@@ -150,6 +132,7 @@ TEST(CurlHttpError, WhereNothingIsSent) {
       {onPort("http", off.port()), HttpError::timedOut},
       {onPort("https", plain.port()), HttpError::noTls},
       {onPort("http", tls.port()), HttpError::silent},
+      {tls.url(), HttpError::closed},  // not silent for want of TLS
       {onPort("https", strict.port()), HttpError::tls},
   };
   for (const Case& one : cases) {
@@ -161,53 +144,26 @@ TEST(CurlHttpError, WhereNothingIsSent) {
   }
 }
 
-TEST(CurlHttpCancel, EndsAnExchangeInEveryPhase) {
+TEST(CurlHttpCancel, EndsExchangesInEveryPhaseAtOnceAndForGood) {
   FakeNames names;
   const DeafPort off;
   const support::FileDescriptor silent = support::listenOnLoopback(0, 16);
   LoopbackDaemon daemon;
-  struct Case {
-    std::string name;
-    std::string url;
-    std::function<void()> underWay;  // returns once the exchange has got there
-  };
-  const auto askedOnce = [&] { ASSERT_TRUE(daemon.waitForRequests(1)); };
-  const std::vector<Case> cases = {
-      {"look-up", "http://slow.invalid/", [&] { names.waitForHanging(); }},
-      {"connect", onPort("http", off.port()), [] {}},
-      {"TLS hello", onPort("https", portOf(silent)), [] {}},
-      {"waiting", daemon.url("/hang"), askedOnce},
-      {"slow body", daemon.url("/slow"), askedOnce},
-      {"endless body", daemon.url("/endless"), askedOnce},
-  };
   daemon.setHandler([](const support::RecordedRequest& request) {
     return request.path == "/hang"   ? replies::hang()
            : request.path == "/slow" ? replies::slowly(replies::json("{\"a\":1}"), milliseconds(10))
                                      : replies::endless("HTTP/1.1 200 OK\r\n\r\n");
   });
-  for (const Case& one : cases) {
-    daemon.forgetRequests();
-    CurlHttp http(std::size_t{1} << 30);
-    std::future<HttpAnswer> answer =
-        std::async(std::launch::async, [&] { return http.exchange(post(one.url, kLongTimeout)); });
-    one.underWay();
-    const auto start = steady_clock::now();
-    http.cancelAll();
-    EXPECT_EQ(answer.get().error, HttpError::cancelled) << one.name;
-    EXPECT_LT(steady_clock::now() - start, kAtOnce) << one.name;
-  }
-}
-
-TEST(CurlHttpCancel, EndsAllAndIsForGood) {
-  LoopbackDaemon daemon;
-  daemon.setReply(replies::hang());
-  CurlHttp http;
+  CurlHttp http(std::size_t{1} << 30);
   std::vector<std::future<HttpAnswer>> answers;
-  for (int i = 0; i < 8; ++i) {
+  for (const std::string& url :
+       {std::string("http://slow.invalid/"), onPort("http", off.port()), onPort("https", portOf(silent)),
+        daemon.url("/hang"), daemon.url("/slow"), daemon.url("/endless")}) {
     answers.push_back(
-        std::async(std::launch::async, [&] { return http.exchange(post(daemon.url(), kLongTimeout)); }));
+        std::async(std::launch::async, [&http, url] { return http.exchange(post(url, kLongTimeout)); }));
   }
-  ASSERT_TRUE(daemon.waitForRequests(answers.size()));
+  names.waitForHanging();
+  ASSERT_TRUE(daemon.waitForRequests(3));
   const auto start = steady_clock::now();
   http.cancelAll();
   for (std::future<HttpAnswer>& answer : answers) {
@@ -215,7 +171,7 @@ TEST(CurlHttpCancel, EndsAllAndIsForGood) {
   }
   EXPECT_LT(steady_clock::now() - start, kAtOnce);
   expectFailure(http.exchange(post(daemon.url())), HttpError::cancelled, 0, "later");
-  EXPECT_EQ(daemon.requests().size(), answers.size()) << "nothing more is sent";
+  EXPECT_EQ(daemon.requests().size(), 3u) << "nothing more is sent";
 }
 
 // What has its answer keeps it, whenever the cancellation comes; nothing hangs.

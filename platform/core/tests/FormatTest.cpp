@@ -70,13 +70,10 @@ TEST(Format, ObjectsTextsAndWhatDoesNotFit) {
   EXPECT_EQ(format("%5.2s|%-3s|", "abc", std::string("x")), "   ab|x  |");
   EXPECT_EQ(format("%@ %@ %@ %@ %@", 5, 5.0, 0.1, true, 1e22), "5 5 0.1 1 1e+22");
   EXPECT_EQ(format("%d %ld %f %s", "text", 2.5, 7, -1), "text 2.5 7 -1");
+  EXPECT_EQ(format("%2.f%% %+f %05.1f %F", -NAN, -NAN, NAN, -NAN), "nan% nan   nan NAN");
   EXPECT_EQ(format("%@ %d", 1), "1 (missing)");
   EXPECT_EQ(format("100%, 5%"), "100%, 5%");
   EXPECT_EQ(format("%@", std::string("%@\0%d", 5)), std::string("%@\0%d", 5));
-}
-
-TEST(Format, NotANumberHasNoSign) {
-  EXPECT_EQ(format("%2.f%% %+f %05.1f %F", -NAN, -NAN, NAN, -NAN), "nan% nan   nan NAN");
 }
 
 TEST(Format, SecretsHaveOneLengthInEveryFormat) {

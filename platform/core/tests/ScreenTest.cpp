@@ -7,13 +7,6 @@
 namespace seedmote::platform {
 namespace {
 
-void expectRect(const Rect& rect, const Rect& expected) {
-  EXPECT_EQ(rect.x, expected.x);
-  EXPECT_EQ(rect.y, expected.y);
-  EXPECT_EQ(rect.width, expected.width);
-  EXPECT_EQ(rect.height, expected.height);
-}
-
 TEST(Screen, IsMeasuredUprightWhicheverWayItIsRead) {
   const struct {
     InterfaceOrientation orientation;
@@ -42,14 +35,14 @@ TEST(Screen, IsMeasuredUprightWhicheverWayItIsRead) {
     screen.setInterfaceOrientation(c.orientation);
     screen.setSizeAsRead({500, 300});
     EXPECT_EQ(screen.sizeAsRead(), (Size{500, 300}));
-    expectRect(screen.bounds(), c.bounds);
-    expectRect(screen.statusBarFrame(), c.statusBar);
-    expectRect(screen.upright({10, 0, 30, 40}), c.corner);
+    EXPECT_EQ(screen.bounds(), c.bounds);
+    EXPECT_EQ(screen.statusBarFrame(), c.statusBar);
+    EXPECT_EQ(screen.upright({10, 0, 30, 40}), c.corner);
     Rect begin;
     const Subscription notices =
         screen.keyboard().onNotice([&](const KeyboardNotice& notice) { begin = notice.beginFrame; });
     screen.keyboard().show({500, 90});
-    expectRect(begin, c.keyboard);
+    EXPECT_EQ(begin, c.keyboard);
   }
 }
 
