@@ -220,10 +220,14 @@ TEST_F(OvProgressHUDTest, ThePanelFollowsTheScreenAndTheKeyboardWhileItIsShown) 
   screen.setSizeAsRead({1024, 868});
   EXPECT_EQ(hud->overlayWindow().size, QSizeF(868, 1024));
   expectAt({250.2, 512}, -90, 0);
-  keyboard.hide(0.2);
-  expectAt({390.6, 512}, -90, 200);
   screen.setInterfaceOrientation(InterfaceOrientation::landscapeLeft);
   expectAt({477.4, 512}, 90, 0);
+  OvProgressHUD::show();
+  expectAt({617.8, 512}, 90, 0);
+  keyboard.hide(0.2);
+  expectAt({477.4, 512}, 90, 200);
+  screen.setInterfaceOrientation(InterfaceOrientation::portraitUpsideDown);
+  expectAt({434, 563.2}, 180, 0);
   hide();
   QSignalSpy changes(hud, &OvProgressHUD::changed);
   keyboard.show({1024, 352});
