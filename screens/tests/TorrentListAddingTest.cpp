@@ -22,6 +22,7 @@ class TorrentListAddingTest : public ListFixture {
         lines.clear();
         pullTo(threshold - further);
         EXPECT_TRUE(lines.contains(further > 0 ? "release to add\n" : "pull to add\n")) << further;
+        EXPECT_EQ(controller->toolbar()->message().startsWith(QLatin1String("Release to")), further > 0);
         EXPECT_EQ(ui.alerts.isShown(), further >= 0 && *copied != '\0') << further;
         ui.alerts.press(0);
         settle();

@@ -90,23 +90,6 @@ TEST_P(TorrentListGesturesTest, ATapSlidesTheListHomeAndOnlyThenSelects) {
   }
 }
 
-TEST_P(TorrentListGesturesTest, APullOffersTheCopiedLinkAndGlidesBack) {
-  ui.pasteboard.text = "magnet:?xt=1";
-  drag({400, 20}, {0, 80});
-  keepPicture("pull.png");
-  EXPECT_TRUE(controller->toolbar()->message().startsWith(QLatin1String("Pull to")));
-  touch(QTest::MouseRelease, {400, 100});
-  settle();
-  EXPECT_FALSE(ui.alerts.isShown());
-  drag({400, 20}, {10, 300}, 30);
-  keepPicture("pull-release.png");
-  EXPECT_TRUE(controller->toolbar()->message().startsWith(QLatin1String("Release to")));
-  touch(QTest::MouseRelease, {410, 320});
-  settle();
-  EXPECT_TRUE(ui.alerts.isShown());
-  EXPECT_TRUE(QTest::qWaitFor([&] { return table().contentOffset() == 0; }));
-}
-
 class PhoneGesturesTest : public ListWindow {
  protected:
   PhoneGesturesTest() : ListWindow(platform::Idiom::phone) {}

@@ -90,14 +90,6 @@ class SettingsPanel : public testing::Test {
     settle();
   }
   RVSettingsController& screen() { return *panel_.settingController(); }
-  // With a folder in SEEDMOTE_PICTURES the scene is kept there for a look.
-  void keepPicture(const char* name) {
-    const QString folder = qEnvironmentVariable("SEEDMOTE_PICTURES");
-    if (!folder.isEmpty()) {
-      QTest::qWait(400);
-      window_.grabWindow().save(folder + QLatin1Char('/') + QLatin1String(name));
-    }
-  }
 
   support::TestServices services_;
   support::TestUiServices ui_;
@@ -229,7 +221,6 @@ TEST_F(SettingsPanel, TheKeyboardHidesNoFieldThatIsWrittenIn) {
   const auto bottom = [&] { return field->mapToScene({0, field->height()}).y(); };
   EXPECT_TRUE(QTest::qWaitFor([&] { return bottom() <= 175.5; })) << bottom();
   EXPECT_GT(bottom(), 66 + 44);
-  keepPicture("keyboard.png");
   press(Qt::Key_Return);
   services_.screen.keyboard().hide();
   EXPECT_TRUE(QTest::qWaitFor([&] { return screen().table()->contentOffset() <= 424 - 309; }));
@@ -271,7 +262,6 @@ TEST_F(TabletPanel, ClosingTwiceIsClosingOnce) {
   open();
   int closed = 0;
   QObject::connect(&panel_, &RVSettingsViewController::closed, [&] { ++closed; });
-  keepPicture("tablet.png");
   EXPECT_EQ(panel_.settingViewPos()->frame(), QRectF(0, 44, 461, 461 - 22 - 44));
   pressAccessible(QAccessible::Button, "Close");
   pressAccessible(QAccessible::Button, "Close");
