@@ -84,25 +84,5 @@ TEST_F(TorrentListAddingTest, SaysHowAddingALinkEnded) {
   }
 }
 
-TEST_F(TorrentListAddingTest, AFileIsSaidToBeAddedThreeSecondsLater) {
-  show();
-  double passed = 0;
-  bool added = false;
-  std::function<void()> letTimePass = [&] {
-    if (!added) {
-      passed += 0.5;
-      services.clock.advanceSeconds(0.5);
-      services.main.post(letTimePass, platform::MainThread::Lane::overlay);
-    }
-  };
-  letTimePass();
-  controller->addLocalTorrent("/no/such.torrent");
-  added = true;
-  EXPECT_GE(passed, 3);
-  EXPECT_TRUE(table().isReloading());
-  settle();
-  EXPECT_EQ(message(), "Torrent is added!");
-}
-
 }  // namespace
 }  // namespace seedmote
