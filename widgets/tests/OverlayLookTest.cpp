@@ -160,10 +160,7 @@ class OverlayLookTest : public testing::TestWithParam<Idiom> {
   QImage background;
 };
 
-INSTANTIATE_TEST_SUITE_P(Idioms, OverlayLookTest, testing::Values(Idiom::tablet, Idiom::phone),
-                         [](const auto& idiom) {
-                           return std::string(idiom.param == Idiom::tablet ? "Tablet" : "Phone");
-                         });
+INSTANTIATE_TEST_SUITE_P(Idioms, OverlayLookTest, testing::Values(Idiom::tablet, Idiom::phone));
 
 struct Message {
   const char* name;
