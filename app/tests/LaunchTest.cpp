@@ -61,15 +61,6 @@ class LaunchTest : public testing::Test {
     errors = program.readAllStandardError().toStdString();
     return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
   }
-  // The log's lines begin with time and thread.
-  void expectInOrder(const std::vector<std::string>& records) const {
-    std::size_t at = 0;
-    for (const std::string& record : records) {
-      const std::size_t found = errors.find("] " + record + "\n", at);
-      ASSERT_NE(found, std::string::npos) << record;
-      at = found;
-    }
-  }
   int storeSettings(const LoopbackDaemon& daemon) {
     return run({"--set", "IP Address=127.0.0.1", "--set", "Port=" + std::to_string(daemon.port()), "--set",
                 "Username=al", "--set", "Password=-", "--set", "FirstRun=3", "--set",
@@ -100,9 +91,6 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
   EXPECT_FALSE(QImage(picture).isNull());
   EXPECT_THAT(errors, HasSubstr("Seedmote Start"));
   EXPECT_THAT(errors, HasSubstr("bConnected = TRUE"));
-  expectInOrder({"Seedmote Start", "Seedmote is running on iPhone", "Setup all controllers",
-                 "Main view is loaded.", "Right Bar is loaded.", "Torrent List view is loaded.",
-                 "Change coordination over 7.0", "updateFirstTime", "try to connect********"});
   EXPECT_THAT(errors, Not(HasSubstr("s3cret")));
   EXPECT_THAT(daemon.requests().size(), testing::AnyOf(5, 6)) << "with the statistics' poll or without";
 }

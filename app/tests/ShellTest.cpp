@@ -82,12 +82,6 @@ TEST_F(LaunchedShellTest, PlacesAndStacksTheViews) {
   }
 }
 
-TEST_F(LaunchedShellTest, APhonesListGoesHomeByItself) {
-  launch(Idiom::phone, "7.0");
-  advance(2);
-  EXPECT_EQ(delegate->torrentListController().view()->translation(), QPointF());
-}
-
 TEST_F(LaunchedShellTest, DeleteTakesTwoTapsAndSurvivesARefresh) {
   launch(Idiom::tablet, "7.0");
   EXPECT_EQ(std::count(bar().rightBarID().begin(), bar().rightBarID().end(), 0), 27);
@@ -145,13 +139,6 @@ TEST_F(LaunchedShellTest, ANewVersionOpensThePanelOnce) {
   EXPECT_FALSE(panel->isInParent());
   tap(13);
   EXPECT_TRUE(bar().settingsViewController()->bShown()) << "a new one";
-}
-
-TEST_F(LaunchedShellTest, AKnownVersionOpensNoPanel) {
-  launch(Idiom::tablet, "7.0");
-  advance(1);
-  EXPECT_EQ(bar().settingsViewController(), nullptr);
-  EXPECT_EQ(lines.count("doSettings"), 0);
 }
 
 TEST_F(LaunchedShellTest, AWindowStaysWide) {

@@ -44,7 +44,6 @@ TEST_P(FilterBarTest, HighlightAndFilterFollowTheTaps) {
     }
   }
   EXPECT_EQ(lines.count("RVFilterBarController didSelectRowAtIndexPath = 5"), 2);
-  keepPicture(GetParam() == platform::Idiom::tablet ? "filter-tablet.png" : "filter-phone.png");
 }
 
 TEST_P(FilterBarTest, KeysChooseARowAndNothingScrolls) {

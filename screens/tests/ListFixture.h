@@ -78,16 +78,6 @@ class ListFixture : public testing::Test {
   platform::TableView& table() { return *controller->table(); }
   RVTorrentListCell* cell(int row) { return static_cast<RVTorrentListCell*>(table().visibleCell(row)); }
 
-  std::vector<int> orientations() const {
-    std::vector<int> allowed;
-    for (int orientation = 0; orientation <= 5; ++orientation) {
-      if (controller->shouldAutorotateToInterfaceOrientation(orientation)) {
-        allowed.push_back(orientation);
-      }
-    }
-    return allowed;
-  }
-
   // The torrents of the daemon, as JSON without the brackets.
   std::string torrents = R"({"id":11,"name":"seeds","status":6,"percentDone":1},)"
                          R"({"id":12,"name":"loads","status":4,"percentDone":0.5},)"

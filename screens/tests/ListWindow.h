@@ -36,14 +36,6 @@ class ListWindow : public ListFixture {
     return window.grabWindow().pixelColor(item->mapToScene(place).toPoint());
   }
 
-  // With a folder in SEEDMOTE_PICTURES the scene is kept there for a look.
-  void keepPicture(const char* name) {
-    const QString folder = qEnvironmentVariable("SEEDMOTE_PICTURES");
-    if (!folder.isEmpty()) {
-      window.grabWindow().save(folder + QLatin1Char('/') + QLatin1String(name));
-    }
-  }
-
   platform::Idiom idiom_;
   QQmlEngine engine;
   platform::LayoutLoader loader{engine};

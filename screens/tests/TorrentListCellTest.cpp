@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
 #include "json/JSONValue.h"
 #include "platform/core/Log.h"
-#include "screens/EmptyState.h"
 #include "screens/RVTorrentListCell.h"
 
 namespace seedmote {
@@ -110,34 +108,6 @@ TEST_F(TorrentListCellTest, StatesAndTheirIcons) {
   }
   fill(R"({"percentDone":-1})", 0);
   EXPECT_EQ(cell.processDownload(), 0.0F);
-}
-
-TEST(EmptyStateTest, SaysWhatIsTheMatter) {
-  const std::pair<EmptyState, const char*> cases[] = {
-      {{}, "not been asked"},
-      {{true, false, 0, 1, {DaemonCondition::loginRefused, ""}}, "user name or the password"},
-      {{true, false, 0, 1, {DaemonCondition::unreadable, "Illegal number at 7"}}, "(Illegal number at 7)"},
-      {{true, true, 0, 1, {DaemonCondition::noAnswer, ""}}, "in time"},
-      {{true, true, 0, 1, {DaemonCondition::answered, ""}}, "no torrents"},
-      {{true, true, 3, 6, {DaemonCondition::answered, ""}}, "\"Verifying\""},
-      {{false, true, 3, 6, {DaemonCondition::answered, ""}}, "settings have been confirmed"},
-  };
-  for (const auto& [state, words] : cases) {
-    EXPECT_NE(state.sentence().find(words), std::string::npos) << state.sentence();
-  }
-}
-
-TEST(EmptyStateTest, EachCauseHasWordsOfItsOwnAndSslIsNamedWhereItMayBeTheCause) {
-  const std::set<DaemonCondition> aboutSsl = {DaemonCondition::noTls, DaemonCondition::needsTls,
-                                              DaemonCondition::tlsTrouble, DaemonCondition::closedUnanswered};
-  std::set<std::string> sentences;
-  for (int i = 0; i <= static_cast<int>(DaemonCondition::cancelled); ++i) {
-    const auto condition = static_cast<DaemonCondition>(i);
-    const std::string sentence = EmptyState{.outcome = {condition, ""}}.sentence();
-    EXPECT_TRUE(sentence.ends_with('.') && sentence.size() < 180) << sentence;
-    EXPECT_TRUE(sentences.insert(sentence).second) << sentence;
-    EXPECT_EQ(sentence.find("SSL") != std::string::npos, aboutSsl.contains(condition)) << sentence;
-  }
 }
 
 }  // namespace

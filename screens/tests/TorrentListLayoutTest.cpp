@@ -29,9 +29,8 @@ class TorrentListLayout : public ListWindow {
   }
 
   // Labels of the visible rows that reach into each other or out of their row.
-  void expectNoCollisions(const char* picture) {
+  void expectNoCollisions() {
     showAll();
-    keepPicture(picture);
     std::vector<std::string> found;
     bool any = false;
     for (QQuickItem* row : window.contentItem()->findChildren<QQuickItem*>()) {
@@ -75,11 +74,11 @@ class PhoneLayoutTest : public TorrentListLayout {
 };
 
 TEST_F(TabletLayoutTest, NothingOverlaps) {
-  expectNoCollisions("tablet.png");
+  expectNoCollisions();
 }
 
 TEST_F(PhoneLayoutTest, NothingOverlaps) {
-  expectNoCollisions("phone.png");
+  expectNoCollisions();
 }
 
 TEST_F(PhoneLayoutTest, CutsNoFiguresOnANarrowScreen) {
@@ -88,7 +87,6 @@ TEST_F(PhoneLayoutTest, CutsNoFiguresOnANarrowScreen) {
   showAll();
   for (const double width : {288.0, 419.0}) {
     controller->view()->setFrame({0, 0, width, 355});
-    keepPicture(width == 288 ? "phone-narrow.png" : "phone-usual.png");
     for (QQuickItem* item : list->findChildren<QQuickItem*>()) {
       EXPECT_FALSE(item->property("truncated").toBool()) << item->property("text").toString().toStdString();
     }
@@ -98,7 +96,6 @@ TEST_F(PhoneLayoutTest, CutsNoFiguresOnANarrowScreen) {
 TEST_F(PhoneLayoutTest, SaysWhyItIsEmpty) {
   controller->viewDidLoad();
   showWindow();
-  keepPicture("empty.png");
   const QList<QQuickItem*> items = window.contentItem()->findChildren<QQuickItem*>();
   EXPECT_TRUE(std::any_of(items.begin(), items.end(), [&](QQuickItem* item) {
     return item->isVisible() && item->property("text").toString() == controller->emptyState();
@@ -134,7 +131,6 @@ TEST_F(TabletLayoutTest, IconsAreDrawnForTheScaleOfTheWindow) {
       return iconOf(1)->property("source").toString().endsWith(end);
     })) << scale;
     EXPECT_EQ(iconOf(1)->property("status").toInt(), 1) << "the drawing exists";
-    keepPicture(("scale" + std::to_string(scale) + ".png").c_str());
   }
 }
 

@@ -18,11 +18,6 @@ class TorrentListTest : public ListFixture {
   }
 };
 
-class PhoneListTest : public ListFixture {
- protected:
-  PhoneListTest() : ListFixture(platform::Idiom::phone) {}
-};
-
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -48,17 +43,6 @@ TEST_F(TorrentListTest, ListsWhatTheClientHasOnceThereIsSomethingNew) {
   EXPECT_EQ(lines.count("Detailview torrent update finished"), 1);
 }
 
-TEST_F(TorrentListTest, WaitsForTheEndOfTheFirstRun) {
-  services.defaults.setObject("FirstRun", "2");
-  show();
-  EXPECT_EQ(table().rowCount(), 0);
-  EXPECT_EQ(lines.count("Detailview torrent update finished"), 0);
-  EXPECT_NE(controller->emptyState().indexOf(QStringLiteral("settings have been confirmed")), -1);
-  services.defaults.setObject("FirstRun", "3");
-  tick();
-  EXPECT_EQ(table().rowCount(), 4);
-}
-
 TEST_F(TorrentListTest, FilterCollapsesRowsOfOtherStates) {
   torrents += R"(,{"id":15,"name":"unknown","status":99})";
   show();
@@ -78,21 +62,6 @@ TEST_F(TorrentListTest, FilterCollapsesRowsOfOtherStates) {
   controller->doFilter(1);
   settle();
   EXPECT_EQ(table().liveRows().size(), 5u);
-}
-
-TEST_F(PhoneListTest, RowsAreLowerAndTheListStandsUpright) {
-  show();
-  EXPECT_EQ(table().contentHeight(), 4 * 54);
-  EXPECT_THAT(orientations(), ElementsAre(1, 2));
-}
-
-TEST_F(TorrentListTest, StandsOnItsSideAndShowsItsItem) {
-  EXPECT_THAT(orientations(), ElementsAre(3, 4));
-  controller->viewDidLoad();
-  EXPECT_EQ(controller->detailDescriptionLabel(), QString());
-  controller->setDetailItem(QStringLiteral("an item"));
-  controller->configureView();
-  EXPECT_EQ(controller->detailDescriptionLabel(), QStringLiteral("an item"));
 }
 
 // A flick goes on while the main thread waits.

@@ -29,7 +29,7 @@ class OverlayDuringWaitTest : public testing::Test {
     main.setSwallowsInput([] { return OvProgressHUD::sharedView()->takesTouches(); });
     hud->setBeforeTouchesPass([this] { main.deliverHeldInput(); });
     view.setInitialProperties({{QStringLiteral("hud"), QVariant::fromValue(hud)}});
-    view.setSource(QUrl::fromLocalFile(QStringLiteral(SCENE_DIR "/OverlayScene.qml")));
+    view.setSource(QUrl::fromLocalFile(QStringLiteral(SCENE_DIR "/OverlayLook.qml")));
     ASSERT_EQ(view.status(), QQuickView::Ready);
     QObject::connect(
         &view, &QQuickWindow::frameSwapped, &view, [this] { ++frames; }, Qt::DirectConnection);
@@ -96,14 +96,6 @@ class OverlayDuringWaitTest : public testing::Test {
   QQuickView view;
   std::atomic<int> frames{0};
 };
-
-TEST_F(OverlayDuringWaitTest, ATouchBesideAMessageWithoutMaskWaitsAndThenHappens) {
-  OvProgressHUD::showWithStatus("Look", OvProgressHUDMaskTypeNone);
-  main.post([this] { click(); }, Lane::overlay);
-  waitForFrames(5);
-  EXPECT_EQ(taps(), 0);
-  spinUntil([this] { return taps() == 1; });
-}
 
 TEST_F(OverlayDuringWaitTest, AKeyWaitsAndThenHappensUnlessTheOverlayTakesIt) {
   view.requestActivate();

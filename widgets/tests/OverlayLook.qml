@@ -1,15 +1,17 @@
 import QtQuick
 import Seedmote.Widgets
 
-// The overlay above a lively screen, with a keyboard of this height.
+// The overlay above a lively screen that is touched and typed at.
 Rectangle {
     id: look
 
     required property OvProgressHUD hud
-    property real keyboard: 0
     property int taps: 0
+    property int keys: 0
 
     color: "#f0fafe"
+    focus: true
+    Keys.onPressed: look.keys += 1
 
     Grid {
         columns: 8
@@ -28,14 +30,6 @@ Rectangle {
                 color: Qt.hsla(index / 64, 0.7, 0.6, 1)
             }
         }
-    }
-
-    Rectangle {
-        anchors.bottom: parent.bottom
-        width: parent.width
-        height: look.keyboard
-        color: "#c8ccd2"
-        border.color: "#8a9099"
     }
 
     MouseArea {

@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/ui/GestureRecognizers.h"
 #include "platform/ui/TableView.h"
 #include "platform/ui/TableViewDataSource.h"
-#include "platform/ui/ViewGeometry.h"
 
 namespace seedmote::platform {
 
@@ -36,15 +34,11 @@ class FakeController : public QObject, public TableViewDataSource {
   QML_ELEMENT
   QML_UNCREATABLE("")
   Q_PROPERTY(seedmote::platform::TableView* table READ tablePointer CONSTANT)
-  Q_PROPERTY(seedmote::platform::GestureRecognizers* gestures READ gesturesPointer CONSTANT)
-  Q_PROPERTY(seedmote::platform::ViewGeometry* view READ viewPointer CONSTANT)
 
  public:
   FakeController() { table.setDataSource(this); }
   ~FakeController() override { table.setDataSource(nullptr); }
   TableView* tablePointer() { return &table; }
-  GestureRecognizers* gesturesPointer() { return &gestures; }
-  ViewGeometry* viewPointer() { return &view; }
 
   int numberOfRowsInSection(int section) override;
   double heightForRowAtIndexPath(int row) override;
@@ -73,8 +67,6 @@ class FakeController : public QObject, public TableViewDataSource {
   std::vector<double> offsets;
   std::vector<bool> decelerates;  // for each end of a drag
   TableView table;
-  GestureRecognizers gestures;
-  ViewGeometry view;
 };
 
 }  // namespace seedmote::platform

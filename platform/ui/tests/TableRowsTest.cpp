@@ -4,7 +4,6 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QtTest/QTest>
-#include <stdexcept>
 
 #include "TableFixture.h"
 #include "platform/ui/LayoutLoader.h"
@@ -185,22 +184,6 @@ TEST_F(TableRowsTest, ATouchEndsAtItsCellAlsoWhenTheRowHasGone) {
   }
 }
 
-TEST_F(TableRowsTest, KeysAndWheelScroll) {
-  root->forceActiveFocus();
-  QTest::keyClick(&window, Qt::Key_Down);
-  EXPECT_EQ(contentY(), 50);
-  QTest::keyClick(&window, Qt::Key_Up);
-  EXPECT_EQ(contentY(), 0);
-  QTest::keyClick(&window, Qt::Key_End);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return contentY() == 1000 * 50 - 300; }));
-  QTest::keyClick(&window, Qt::Key_Home);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return contentY() == 0; }));
-  QWheelEvent wheel({100, 100}, {100, 100}, {}, {0, -240}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                    false);
-  QCoreApplication::sendEvent(&window, &wheel);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return contentY() > 20; }));
-}
-
 TEST_F(TableRowsTest, AssistiveTechnologyReadsAndPressesRows) {
   QAccessible::setActive(true);
   QAccessibleInterface* list = QAccessible::queryAccessibleInterface(root);
@@ -241,17 +224,6 @@ TEST_F(TableRowsTest, AFlickThatGoesOnWhileTheMainThreadWaitsShowsItsRows) {
       });
     }
   });
-}
-
-TEST(LayoutLoaderTest, JoinsControllerIdiomAndFile) {
-  EXPECT_EQ(LayoutLoader::layoutName("RVTorrentListController", Idiom::tablet),
-            QStringLiteral("RVTorrentListController_iPad"));
-  EXPECT_EQ(LayoutLoader::layoutName("RVTorrentListController", Idiom::phone),
-            QStringLiteral("RVTorrentListController_iPhone"));
-  QQmlEngine engine;
-  LayoutLoader loader(engine);
-  QObject controller;
-  EXPECT_THROW(loader.load(QStringLiteral("NoSuchLayout_iPad"), controller, nullptr), std::runtime_error);
 }
 
 }  // namespace

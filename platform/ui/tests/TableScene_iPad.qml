@@ -18,13 +18,4 @@ ScrollingTable {
             text: row.fake.title
         }
     }
-    header: Item {
-        y: -78
-        width: 10
-        height: 78
-    }
-
-    Text {
-        text: "Nothing here"
-    }
 }
