@@ -172,6 +172,8 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   answer.error = httpErrorOf(code, answer.message, osError);
   if (answer.error == HttpError::closed && headSize_ == 0 && isPlainHttp()) {
     answer.error = HttpError::silent;
+  } else if (code == CURLE_OUT_OF_MEMORY && status == 0) {  // so curl calls a first line without end
+    answer.error = HttpError::notHttp;
   }
   return answer;
 }
