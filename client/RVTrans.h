@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "client/_RVTrans.h"
 
@@ -38,6 +39,12 @@ class RVTrans final {
   static json::Value addTorrentFile(const std::string& file);
   static json::Value addTorrentURL(const std::string& link);
   static json::Value addTorrentData(const std::optional<std::string>& contents);
+
+  // For what was handed to the program, beside the above; see _RVTrans. While not connected no add was sent,
+  // which has the status "0".
+  static AddOutcome addQuietly(std::string_view contents);
+  static std::optional<AddOutcome> takeLatestAdd();
+  static bool isReachable();
 
   // Begins with init(). An array of dictionaries with the fields of the list query.
   static json::Value getTorrentList();
