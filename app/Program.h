@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ class Program final {
 
  private:
   int storeSettings(int argc, char** argv);
+  std::optional<int> handOver(const std::vector<std::string>& uris) const;
   int showWindow(int argc, char** argv);
 
   CommandLine line_;
