@@ -95,7 +95,12 @@ int Program::run(int argc, char** argv) {
   }
   json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
   platform::MainThread::prepareProcess();
-  return line_.settings.empty() ? showWindow(argc, argv) : storeSettings(argc, argv);
+  if (!line_.settings.empty()) {
+    return storeSettings(argc, argv);
+  }
+  restart_.emplace(std::vector<std::string>{argv, argv + argc});
+  const int code = showWindow(argc, argv);
+  return restart_->carryOut(code);
 }
 
 int Program::storeSettings(int argc, char** argv) {
@@ -120,8 +125,9 @@ int Program::showWindow(int argc, char** argv) {
   setFontHinting();
 
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
-  const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
-                              idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
+                        idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  services.beforeAbandoning([this](int code) { restart_->carryOut(code); });
   const RealUiServices uiServices;
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
@@ -132,6 +138,8 @@ int Program::showWindow(int argc, char** argv) {
 
   RVAppDelegate delegate(store);
   delegate.didFinishLaunchingWithOptions();
+  delegate.refreshEvery(std::nullopt);
+  delegate.onRestart([this, &delegate] { restart_->ask(delegate.window()); });
   platform::MainThread& main = platform::services().main;
   main.onQuit([&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
   std::optional<Snapshot> snapshot;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/CommandLine.h"
+#include "app/Restart.h"
 
 namespace seedmote {
 
@@ -20,6 +22,7 @@ class Program final {
   int showWindow(int argc, char** argv);
 
   CommandLine line_;
+  std::optional<Restart> restart_;
 };
 
 }  // namespace seedmote

@@ -1,9 +1,11 @@
 #include "app/RVAppDelegate.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "app/RVRightBarController.h"
 #include "app/ScreenPlan.h"
+#include "app/WindowPlace.h"
 #include "app/resources/RVResQt.h"
 #include "platform/core/Device.h"
 #include "platform/core/Format.h"
@@ -75,6 +77,9 @@ void RVAppDelegate::makeWindow() {
   window_->setColor(colorOf(kTopbarColor));
   window_->resize(idiom() == Idiom::tablet ? QSize(1024, 768) : QSize(667, 375));
   window_->contentItem()->setSize(window_->size());  // by itself not before the window is shown
+  if (const std::optional<WindowPlace> before = WindowPlace::take()) {
+    before->applyTo(*window_);
+  }
   window_->setMinimumSize(idiom() == Idiom::tablet ? QSize(640, 400) : QSize(400, 225));
   QObject::connect(window_.get(), &QWindow::widthChanged, window_.get(), [this] { keepLandscapeShape(); });
   QObject::connect(window_.get(), &QWindow::heightChanged, window_.get(), [this] { keepLandscapeShape(); });
@@ -192,6 +197,11 @@ void RVAppDelegate::showPanel(RVSettingsViewController& panel) {
   panelView_.reset(load("RVSettingsViewController", panel, mainView_));
   panel.viewDidLoad();
   mainViewController_->subviews().addSubview(*panel.view());
+  if (serverChange_) {
+    serverChange_->panelOpened();
+    QObject::connect(&panel, &RVSettingsViewController::closed, window_.get(),
+                     [this] { serverChange_->panelClosed(); });
+  }
 }
 
 void RVAppDelegate::dropPanel() {
@@ -200,6 +210,24 @@ void RVAppDelegate::dropPanel() {
     panelView_.reset();
     panel_ = nullptr;
   }
+}
+
+// The daemon that is looked at.
+
+void RVAppDelegate::refreshEvery(std::optional<double> seconds) {
+  const std::optional<double> period = ListRefresher::period(seconds);
+  listRefresher_ = period ? std::make_unique<ListRefresher>(
+                                *period, [this] { return isWindowSeen(); },
+                                [list = torrentListController_.get()] { list->updateTorrentList(); })
+                          : nullptr;
+}
+
+bool RVAppDelegate::isWindowSeen() const {
+  return window_->isVisible() && window_->isExposed() && !(window_->windowStates() & Qt::WindowMinimized);
+}
+
+void RVAppDelegate::onRestart(std::function<void()> restart) {
+  serverChange_ = std::make_unique<ServerChange>(std::move(restart));
 }
 
 // What other programs hand over.
