@@ -64,7 +64,8 @@ bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) 
   slideAside();
   QObject::connect(rootView_, &RootView::sizeChanged, rootView_, [this] { placeViews(); });
   sessionWatcher_ = std::make_unique<SessionWatcher>();
-  window_->show();
+  const std::optional<WindowPlace> before = WindowPlace::take();
+  before ? before->show(*window_) : window_->show();
   if (options.url) {
     handleOpenURL(options.url);
   }
@@ -77,9 +78,6 @@ void RVAppDelegate::makeWindow() {
   window_->setColor(colorOf(kTopbarColor));
   window_->resize(idiom() == Idiom::tablet ? QSize(1024, 768) : QSize(667, 375));
   window_->contentItem()->setSize(window_->size());  // by itself not before the window is shown
-  if (const std::optional<WindowPlace> before = WindowPlace::take()) {
-    before->applyTo(*window_);
-  }
   window_->setMinimumSize(idiom() == Idiom::tablet ? QSize(640, 400) : QSize(400, 225));
   QObject::connect(window_.get(), &QWindow::widthChanged, window_.get(), [this] { keepLandscapeShape(); });
   QObject::connect(window_.get(), &QWindow::heightChanged, window_.get(), [this] { keepLandscapeShape(); });

@@ -15,14 +15,17 @@ WindowPlace WindowPlace::of(const QWindow& window) {
   return {{window.framePosition(), window.size()}, window.windowStates() & kFilling};
 }
 
-// A window that fills the screen has no size of its own to be handed over.
-void WindowPlace::applyTo(QWindow& window) const {
-  if (fills != Qt::WindowNoState) {
-    window.setWindowStates(fills);
-    return;
+// A window that fills the screen has no size of its own that could be handed over.
+void WindowPlace::show(QWindow& window) const {
+  if (fills.testFlag(Qt::WindowFullScreen)) {
+    window.showFullScreen();
+  } else if (fills.testFlag(Qt::WindowMaximized)) {
+    window.showMaximized();
+  } else {
+    window.resize(rectangle.size());
+    window.setFramePosition(rectangle.topLeft());
+    window.show();
   }
-  window.resize(rectangle.size());
-  window.setFramePosition(rectangle.topLeft());
 }
 
 std::string WindowPlace::text() const {

@@ -17,8 +17,7 @@ struct WindowPlace {
   Qt::WindowStates fills = Qt::WindowNoState;  // maximised or full screen
 
   static WindowPlace of(const QWindow& window);
-  // Of a window that is not shown yet.
-  void applyTo(QWindow& window) const;
+  void show(QWindow& window) const;
 
   std::string text() const;
   // Absent when the text is none of the above.
