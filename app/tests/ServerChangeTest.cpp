@@ -89,16 +89,5 @@ TEST(Restart, KeepsHowTheProgramLooksAndNothingThatWasToBeDoneOnce) {
               ElementsAre("--idiom", "phone", "--refresh=5", "--system-version", "6.1"));
 }
 
-TEST(WindowPlace, IsReadAsItWasHandedOver) {
-  const WindowPlace place{{-40, 30, 1280, 800}, Qt::WindowMaximized};
-  place.handOver();
-  const std::optional<WindowPlace> taken = WindowPlace::take();
-  ASSERT_TRUE(taken);
-  EXPECT_EQ(taken->rectangle, place.rectangle);
-  EXPECT_EQ(taken->fills, place.fills);
-  EXPECT_FALSE(WindowPlace::take()) << "a program that this one starts has a place of its own";
-  EXPECT_FALSE(WindowPlace::parse("0 10 0 0 0"));
-}
-
 }  // namespace
 }  // namespace seedmote
