@@ -120,7 +120,12 @@ int Program::run(int argc, char** argv) {
   }
   json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
   platform::MainThread::prepareProcess();
-  return line_.settings.empty() ? showWindow(argc, argv) : storeSettings(argc, argv);
+  if (!line_.settings.empty()) {
+    return storeSettings(argc, argv);
+  }
+  restart_.emplace(std::vector<std::string>{argv, argv + argc});
+  const int code = showWindow(argc, argv);
+  return restart_->carryOut(code);
 }
 
 int Program::storeSettings(int argc, char** argv) {
@@ -173,8 +178,9 @@ int Program::showWindow(int argc, char** argv) {
   setFontHinting();
 
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
-  const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
-                              idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
+                        idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  services.beforeAbandoning([this](int code) { restart_->carryOut(code); });
   const RealUiServices uiServices;
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
@@ -193,6 +199,8 @@ int Program::showWindow(int argc, char** argv) {
   store.loadUserSetting();
   OvProgressHUD::sharedView()->setTextMeasure(overlayTextMeasure());
   delegate.didFinishLaunchingWithOptions();
+  delegate.refreshEvery(std::nullopt);
+  delegate.onRestart([this, &delegate] { restart_->ask(delegate.window()); });
   platform::MainThread& main = platform::services().main;
   main.onQuit([&desktop] { desktop.release(); });
   main.onQuit([&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/CommandLine.h"
+#include "app/Restart.h"
 
 namespace seedmote {
 
@@ -22,6 +23,7 @@ class Program final {
   int showWindow(int argc, char** argv);
 
   CommandLine line_;
+  std::optional<Restart> restart_;
 };
 
 }  // namespace seedmote

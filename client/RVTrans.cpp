@@ -153,6 +153,10 @@ void RVTrans::catchUp() {
   }
 }
 
+std::optional<RVDaemonInfo> RVTrans::daemonInfo() {
+  return _trans != nullptr ? std::optional(client().daemonInfo()) : std::nullopt;
+}
+
 DaemonOutcome RVTrans::listOutcome() {
   return _trans != nullptr ? client().listOutcome() : DaemonOutcome();
 }

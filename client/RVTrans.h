@@ -71,6 +71,8 @@ class RVTrans final {
   static bool isOutOfStep();
   static void catchUp();
 
+  // The daemon that the client uses; absent before the first attempt to connect.
+  static std::optional<RVDaemonInfo> daemonInfo();
   // What the latest attempt to connect or to fetch the list came to, for the texts that explain an empty
   // screen.
   static DaemonOutcome listOutcome();

@@ -77,7 +77,7 @@ class _RVTrans final {
   bool isNewData() { return bNewData_.exchange(false); }
 
   // Fetches the list behind the user's back: shows nothing, marks no update as under way, and leaves the list
-  // as it was when no other one came.
+  // as it was, without new data, when no other one came.
   void fetchTorrentList();
   // True for a connected client whose list comes from another session of the daemon than the present one,
   // that knows no session id, or that does not know the daemon's versions, while nothing is under way that
