@@ -17,24 +17,23 @@ DesktopService::DesktopService(Callbacks callbacks)
 
 DesktopService::~DesktopService() {
   if (thread_.isRunning()) {
-    QMetaObject::invokeMethod(calls_.get(), &DesktopServiceCalls::finish, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(calls_.get(), "finish", Qt::QueuedConnection);
     thread_.wait();
   }
 }
 
 DesktopService::Claim DesktopService::claim() {
-  Claim claim = Claim::noBus;
-  if (busAddress()) {
-    thread_.start();
-    QMetaObject::invokeMethod(
-        calls_.get(), [&] { claim = calls_->claim(); }, Qt::BlockingQueuedConnection);
+  if (!busAddress()) {
+    return Claim::noBus;
   }
-  return claim;
+  thread_.start();
+  QMetaObject::invokeMethod(calls_.get(), "claim", Qt::BlockingQueuedConnection);
+  return calls_->claimed();
 }
 
 void DesktopService::release() {
   if (thread_.isRunning()) {
-    QMetaObject::invokeMethod(calls_.get(), &DesktopServiceCalls::release, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(calls_.get(), "release", Qt::QueuedConnection);
   }
 }
 

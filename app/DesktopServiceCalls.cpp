@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QThread>
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "platform/core/Log.h"
@@ -50,7 +51,7 @@ bool DesktopServiceCalls::connectToBus() {
   return connected_;
 }
 
-DesktopService::Claim DesktopServiceCalls::claim() {
+DesktopService::Claim DesktopServiceCalls::askForName() {
   using Interface = QDBusConnectionInterface;
   if (!connectToBus()) {
     return DesktopService::Claim::noBus;
@@ -64,13 +65,17 @@ DesktopService::Claim DesktopServiceCalls::claim() {
     platform::log("The session bus gives no name: %@\n", reply.error().message().toStdString());
     return DesktopService::Claim::noBus;
   }
-  hasName_ = reply.value() == Interface::ServiceRegistered;
-  return hasName_ ? DesktopService::Claim::mine : DesktopService::Claim::elsewhere;
+  return reply.value() == Interface::ServiceRegistered ? DesktopService::Claim::mine
+                                                       : DesktopService::Claim::elsewhere;
+}
+
+void DesktopServiceCalls::claim() {
+  claimed_ = askForName();
 }
 
 // A bus that hangs must not keep the program from ending.
 void DesktopServiceCalls::release() {
-  if (std::exchange(hasName_, false)) {
+  if (claimed_.exchange(DesktopService::Claim::noBus) == DesktopService::Claim::mine) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReleaseName"));

@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <QVariantList>
 #include <QVariantMap>
-#include <exception>
+#include <atomic>
 #include <string>
 
 #include "app/DesktopService.h"
@@ -25,10 +25,14 @@ class DesktopServiceCalls : public QObject, protected QDBusContext {
   DesktopServiceCalls(DesktopService::Callbacks callbacks, platform::MainThread& main);
   ~DesktopServiceCalls() override;
 
-  DesktopService::Claim claim();
-  void release();
+  // These are called by their names: the thread sanitizer does not follow what a queued call would carry.
+  Q_INVOKABLE void claim();
+  Q_INVOKABLE void release();
   // Releases, answers what had come until then, and ends the thread.
-  void finish();
+  Q_INVOKABLE void finish();
+
+  // What the last claim() brought. Any thread.
+  DesktopService::Claim claimed() const { return claimed_; }
 
  public Q_SLOTS:
   void Activate(const QVariantMap& platformData);
@@ -37,12 +41,13 @@ class DesktopServiceCalls : public QObject, protected QDBusContext {
 
  private:
   bool connectToBus();
+  DesktopService::Claim askForName();
 
   const DesktopService::Callbacks callbacks_;
   platform::MainThread& main_;
   const QString connectionName_ = QStringLiteral("seedmote-%1").arg(reinterpret_cast<quintptr>(this));
   bool connected_ = false;
-  bool hasName_ = false;
+  std::atomic<DesktopService::Claim> claimed_{DesktopService::Claim::noBus};
 };
 
 }  // namespace seedmote

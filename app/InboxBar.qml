@@ -1,6 +1,5 @@
 import QtQuick
 import Seedmote.App
-import Seedmote.Platform
 
 // A card at the foot of the main view: what waits to be added, why, and what can be done about it.
 Rectangle {

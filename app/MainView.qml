@@ -55,7 +55,7 @@ ViewItem {
         x: 12
         y: parent.height - height - 12
         z: 98
-        width: Math.min(560, parent.width - main.controller.rightBarView.frame.width - 24)
+        width: Math.min(560, parent.width - 84)  // beside the action bar
         notice: main.controller.inboxNotice
     }
 

@@ -12,7 +12,7 @@
 
 #include "app/DesktopService.h"
 #include "app/HandOver.h"
-#include "app/HandedOver.h"
+#include "app/Intake.h"
 #include "app/RVAppDelegate.h"
 #include "app/RVRightBarController.h"
 #include "app/RealServices.h"
@@ -82,11 +82,18 @@ Idiom idiomOfScreen() {
   return Device::idiomForScreen(std::min(screen->size().width(), screen->size().height()));
 }
 
+void prepareApplication() {
+  qInstallMessageHandler(sayFatal);
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.seedmote.Seedmote"));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Seedmote"));
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
 RVSettingsStore storedSettings() {
   return RVSettingsStore(RVSettingsStore::findBundle(QCoreApplication::applicationDirPath().toStdString()));
 }
 
-DesktopService::Callbacks callbacksFor(RVAppDelegate& delegate, HandedOver& handedOver) {
+DesktopService::Callbacks callbacksFor(RVAppDelegate& delegate, Intake& intake) {
   const auto activate = [&delegate](const std::string& token) { bringToFront(delegate.window(), token); };
   const auto act = [&delegate, activate](const std::string& name, const std::string& token) {
     activate(token);
@@ -96,7 +103,7 @@ DesktopService::Callbacks callbacksFor(RVAppDelegate& delegate, HandedOver& hand
     }
     name == kSettingsAction ? bar.doSettings() : bar.doRefresh();
   };
-  return {[&handedOver](const std::vector<std::string>& uris) { handedOver.take(uris); },
+  return {[&intake](const std::vector<std::string>& uris) { intake.take(uris); },
           activate,
           act,
           {kRefreshAction, kSettingsAction}};
@@ -161,8 +168,7 @@ std::optional<int> Program::handOver(const std::vector<std::string>& uris) const
 int Program::showWindow(int argc, char** argv) {
   std::vector<std::string> uris;
   std::ranges::transform(line_.handedOver, std::back_inserter(uris), HandOver::uriOf);
-  const bool alone = line_.snapshot.has_value();  // a picture is of a window of its own
-  if (const std::optional<int> code = alone ? std::nullopt : handOver(uris)) {
+  if (const std::optional<int> code = isAlone() ? std::nullopt : handOver(uris)) {
     return *code;
   }
   if (!hasWindowSystem()) {
@@ -170,10 +176,8 @@ int Program::showWindow(int argc, char** argv) {
                  "Start it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
     return 1;
   }
-  qInstallMessageHandler(sayFatal);
-  QGuiApplication::setDesktopFileName(QStringLiteral("org.seedmote.Seedmote"));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("Seedmote"));
-  QGuiApplication::setQuitOnLastWindowClosed(false);
+  prepareApplication();
+  Intake intake;
   const QGuiApplication application(argc, argv);
   setFontHinting();
 
@@ -181,25 +185,29 @@ int Program::showWindow(int argc, char** argv) {
   RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
                         idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
   services.beforeAbandoning([this](int code) { restart_->carryOut(code); });
-  const RealUiServices uiServices;
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
+  return runWindow(intake, uris);
+}
+
+int Program::runWindow(Intake& intake, const std::vector<std::string>& uris) {
+  const bool alone = isAlone();
+  const RealUiServices uiServices;
   const SignalWatcher signalWatcher([] { platform::services().main.quit(); });
   RVSettingsStore store = storedSettings();
   RVAppDelegate delegate(store);
-  HandedOver handedOver([] {});
-  DesktopService desktop(callbacksFor(delegate, handedOver));
+  DesktopService desktop(callbacksFor(delegate, intake));
   while (!alone && desktop.claim() == DesktopService::Claim::elsewhere) {  // somebody was quicker
     if (const std::optional<int> code = handOver(uris)) {
       return *code;
     }
   }
-  handedOver.take(uris);
+  intake.take(uris);
 
   store.loadUserSetting();
   OvProgressHUD::sharedView()->setTextMeasure(overlayTextMeasure());
   delegate.didFinishLaunchingWithOptions();
-  delegate.refreshEvery(std::nullopt);
+  delegate.refreshEvery(line_.refresh);
   delegate.onRestart([this, &delegate] { restart_->ask(delegate.window()); });
   platform::MainThread& main = platform::services().main;
   main.onQuit([&desktop] { desktop.release(); });
@@ -207,9 +215,12 @@ int Program::showWindow(int argc, char** argv) {
   std::optional<Snapshot> snapshot;
   if (line_.snapshot) {
     snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());
+  } else {
+    intake.deliverTo(delegate);
   }
   const int code = QGuiApplication::exec();
   main.quit(code);  // whatever ended the loop, while all that hears of it is still there
+  intake.stopDelivering();
   return code;
 }
 

@@ -9,6 +9,8 @@
 
 namespace seedmote {
 
+class Intake;
+
 // The program as a whole: what main() runs.
 class Program final {
  public:
@@ -21,6 +23,9 @@ class Program final {
   int storeSettings(int argc, char** argv);
   std::optional<int> handOver(const std::vector<std::string>& uris) const;
   int showWindow(int argc, char** argv);
+  int runWindow(Intake& intake, const std::vector<std::string>& uris);
+  // A picture is of a window of its own, which takes nothing from others and sends them nothing.
+  bool isAlone() const { return line_.snapshot.has_value(); }
 
   CommandLine line_;
   std::optional<Restart> restart_;

@@ -9,8 +9,8 @@
 #include <stdexcept>
 
 #include "app/HandOver.h"
-#include "app/HandedOver.h"
 #include "app/tests/PrivateBus.h"
+#include "platform/core/Shared.h"
 #include "tests/support/TestServices.h"
 
 namespace seedmote {
@@ -21,24 +21,25 @@ using enum DesktopService::Claim;
 using enum HandOver::Outcome;
 
 QDBusMessage actOnTheBus(const char* action) {
-  const QDBusConnection bus =
-      QDBusConnection::connectToBus(*DesktopService::busAddress(), QStringLiteral("test"));
+  const QString name = QStringLiteral("test");
   QDBusMessage call = QDBusMessage::createMethodCall(
       QStringLiteral("org.seedmote.Seedmote"), QStringLiteral("/org/seedmote/Seedmote"),
       QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
   call << QString::fromLatin1(action) << QVariantList() << QVariantMap();
-  return bus.call(call);
+  const QDBusMessage reply = QDBusConnection::connectToBus(*DesktopService::busAddress(), name).call(call);
+  QDBusConnection::disconnectFromBus(name);
+  return reply;
 }
 
 // The test's own thread is the main thread: while it calls, nothing runs on it.
 TEST(DesktopServiceTest, CallsAreAnsweredWhileTheMainThreadIsBusy) {
   const PrivateBus bus;
   support::TestServices services;
-  HandedOver handedOver([] {});
+  platform::Shared<Strings> handedOver;
   Strings asked;
   const auto open = [&](const Strings& uris) {
     if (uris.front() == "magnet:?full") throw std::runtime_error("The disk is full.");
-    handedOver.take(uris);
+    handedOver.update([&](Strings& all) { all.insert(all.end(), uris.begin(), uris.end()); });
   };
   const DesktopService::Callbacks callbacks{
       open,
@@ -57,7 +58,7 @@ TEST(DesktopServiceTest, CallsAreAnsweredWhileTheMainThreadIsBusy) {
   qputenv("XDG_ACTIVATION_TOKEN", "token");
   EXPECT_EQ(HandOver::give({}).outcome, taken);
   for (const char* name : {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"}) qunsetenv(name);
-  EXPECT_EQ(handedOver.all(), (Strings{"magnet:?b", "file:///a%20b"}));
+  EXPECT_EQ(handedOver.get(), (Strings{"magnet:?b", "file:///a%20b"}));
   EXPECT_EQ(HandOver::give({"magnet:?full"}).trouble, "The disk is full.");
   EXPECT_EQ(actOnTheBus("refresh").type(), QDBusMessage::ReplyMessage);
   EXPECT_EQ(actOnTheBus("explode").errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
