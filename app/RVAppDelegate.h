@@ -4,9 +4,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/RVMainViewController.h"
 #include "app/RootView.h"
+#include "app/Shortcuts.h"
 #include "client/SessionWatcher.h"
 #include "platform/ui/LayoutLoader.h"
 #include "screens/RVFilterBarController.h"
@@ -46,6 +48,7 @@ class RVAppDelegate final {
   RVMainViewController& mainViewController() { return *mainViewController_; }
   RVFilterBarController& filterBarController() { return *filterBarController_; }
   RVTorrentListController& torrentListController() { return *torrentListController_; }
+  Shortcuts& shortcuts() { return *shortcuts_; }
   // Null on a phone.
   RVTorrentDetailController* torrentInfoViewController() { return torrentInfoViewController_.get(); }
 
@@ -55,6 +58,8 @@ class RVAppDelegate final {
   void stackViews();
   void applySystemVersion();
   void wire();
+  void orderKeys(const std::vector<QQuickItem*>& views);
+  void makeShortcuts();
   void slideAside();
   void placeViews();
   QQuickItem* load(const char* controllerName, QObject& controller, QQuickItem* parent);
@@ -69,6 +74,7 @@ class RVAppDelegate final {
   std::unique_ptr<RVTorrentListController> torrentListController_;
   std::unique_ptr<RVTorrentDetailController> torrentInfoViewController_;
   std::unique_ptr<SessionWatcher> sessionWatcher_;
+  std::unique_ptr<Shortcuts> shortcuts_;
   std::unique_ptr<QQuickView> window_;
   std::optional<platform::LayoutLoader> layouts_;
   RootView* rootView_ = nullptr;
