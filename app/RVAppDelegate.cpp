@@ -60,6 +60,7 @@ bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) 
   stackViews();
   applySystemVersion();
   wire();
+  makeShortcuts();
   placeViews();
   slideAside();
   QObject::connect(rootView_, &RootView::sizeChanged, rootView_, [this] { placeViews(); });
@@ -124,24 +125,42 @@ void RVAppDelegate::stackViews() {
   main.viewDidLoad();
 
   RVRightBarController& rightBar = *main.rightBarViewController();
-  layouts_->load(platform::LayoutLoader::layoutName("RVRightBarController", Idiom::tablet), rightBar,
-                 mainView_);
+  std::vector<QQuickItem*> keyOrder{layouts_->load(
+      platform::LayoutLoader::layoutName("RVRightBarController", Idiom::tablet), rightBar, mainView_)};
   rightBar.viewDidLoad();
   stack.addSubview(*rightBar.view());
 
   const platform::ViewGeometry* above = main.rightBarView();
   if (torrentInfoViewController_) {
-    load("RVTorrentDetailController", *torrentInfoViewController_, mainView_);
+    keyOrder.push_back(load("RVTorrentDetailController", *torrentInfoViewController_, mainView_));
     torrentInfoViewController_->viewDidLoad();
     stack.insertSubview(*torrentInfoViewController_->view(), *above);
     above = torrentInfoViewController_->view();
   }
-  load("RVTorrentListController", *torrentListController_, mainView_);
+  keyOrder.push_back(load("RVTorrentListController", *torrentListController_, mainView_));
   torrentListController_->viewDidLoad();
   stack.insertSubview(*torrentListController_->view(), *above);
-  load("RVFilterBarController", *filterBarController_, mainView_);
+  keyOrder.push_back(load("RVFilterBarController", *filterBarController_, mainView_));
   filterBarController_->viewDidLoad();
   stack.insertSubview(*filterBarController_->view(), *torrentListController_->view());
+  orderKeys({keyOrder.rbegin(), keyOrder.rend()});
+}
+
+// Tab goes from one child to the next, which says nothing about what lies above what: from the filters at the
+// left to the action bar at the right, and then to the other regions.
+void RVAppDelegate::orderKeys(const std::vector<QQuickItem*>& views) {
+  QQuickItem* const others = mainView_->childItems().front();
+  for (QQuickItem* view : views) {
+    view->stackBefore(others);
+  }
+}
+
+void RVAppDelegate::makeShortcuts() {
+  shortcuts_ = std::make_unique<Shortcuts>(Shortcuts::Screens{
+      *mainViewController_->rightBarViewController(), *filterBarController_, *torrentListController_,
+      torrentInfoViewController_.get(), [this] { window_->close(); }});
+  layouts_->load(QStringLiteral("ShortcutsOverlay"), *shortcuts_, mainView_);
+  shortcuts_->listenTo(*window_);
 }
 
 void RVAppDelegate::applySystemVersion() {

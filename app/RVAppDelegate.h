@@ -5,10 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/RVMainViewController.h"
 #include "app/RootView.h"
 #include "app/ServerChange.h"
+#include "app/Shortcuts.h"
 #include "client/ListRefresher.h"
 #include "client/SessionWatcher.h"
 #include "platform/ui/LayoutLoader.h"
@@ -55,6 +57,7 @@ class RVAppDelegate final {
   RVMainViewController& mainViewController() { return *mainViewController_; }
   RVFilterBarController& filterBarController() { return *filterBarController_; }
   RVTorrentListController& torrentListController() { return *torrentListController_; }
+  Shortcuts& shortcuts() { return *shortcuts_; }
   // Null on a phone.
   RVTorrentDetailController* torrentInfoViewController() { return torrentInfoViewController_.get(); }
 
@@ -64,6 +67,8 @@ class RVAppDelegate final {
   void stackViews();
   void applySystemVersion();
   void wire();
+  void orderKeys(const std::vector<QQuickItem*>& views);
+  void makeShortcuts();
   void slideAside();
   void placeViews();
   QQuickItem* load(const char* controllerName, QObject& controller, QQuickItem* parent);
@@ -81,6 +86,7 @@ class RVAppDelegate final {
   std::unique_ptr<SessionWatcher> sessionWatcher_;
   std::unique_ptr<ListRefresher> listRefresher_;
   std::unique_ptr<ServerChange> serverChange_;
+  std::unique_ptr<Shortcuts> shortcuts_;
   std::unique_ptr<QQuickView> window_;
   std::optional<platform::LayoutLoader> layouts_;
   RootView* rootView_ = nullptr;

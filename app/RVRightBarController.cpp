@@ -1,5 +1,7 @@
 #include "app/RVRightBarController.h"
 
+#include <algorithm>
+
 #include "app/resources/RVRes.h"
 #include "client/RVTrans.h"
 #include "client/UnconnectedNotice.h"
@@ -20,8 +22,6 @@ using platform::log;
 using platform::services;
 
 namespace {
-
-enum Button { kSettings = 21, kRefresh = 22, kStart = 23, kStop = 24, kDelete = 27, kConfirmDelete = 28 };
 
 constexpr double kAlpha = 0.5;
 constexpr double kScrollStart = 1;  // seconds after loading
@@ -127,10 +127,36 @@ std::int64_t RVRightBarController::rowToken(int row) {
 
 void RVRightBarController::didSelectRowAtIndexPath(int row) {
   auto* cell = static_cast<RVRightBarCell*>(table_.visibleCell(row));
-  if (cell == nullptr) {
+  if (cell != nullptr) {
+    carryOut(*cell);
+  }
+}
+
+void RVRightBarController::press(Button button) {
+  const auto place = std::find(rightBarID_.begin(), rightBarID_.end(), button);
+  if (place == rightBarID_.end()) {
     return;
   }
-  switch (cell->rightBarID()) {
+  const auto row = static_cast<int>(place - rightBarID_.begin());
+  if (auto* cell = static_cast<RVRightBarCell*>(table_.visibleCell(row))) {
+    return carryOut(*cell);
+  }
+  RVRightBarCell cell;  // as one would stand there
+  cell.setRightBarRow(row);
+  cell.setRightBarID(button);
+  carryOut(cell);
+}
+
+bool RVRightBarController::has(Button button) const {
+  return std::find(rightBarID_.begin(), rightBarID_.end(), button) != rightBarID_.end();
+}
+
+bool RVRightBarController::isPanelShown() const {
+  return settingsViewController_ && settingsViewController_->bShown();
+}
+
+void RVRightBarController::carryOut(RVRightBarCell& cell) {
+  switch (cell.rightBarID()) {
     case kSettings:
       return doSettings();
     case kRefresh:
@@ -140,9 +166,9 @@ void RVRightBarController::didSelectRowAtIndexPath(int row) {
     case kStop:
       return doStop();
     case kDelete:
-      return doDelete(*cell);
+      return doDelete(cell);
     case kConfirmDelete:
-      return doDeleteConfirm(*cell);
+      return doDeleteConfirm(cell);
     default:
       return;
   }
@@ -212,7 +238,7 @@ void RVRightBarController::become(RVRightBarCell& cell, int kind) {
 
 void RVRightBarController::doSettings() {
   log("doSettings");
-  if (settingsViewController_ && settingsViewController_->bShown()) {
+  if (isPanelShown()) {
     log("Settings View is shown now.");
     return;
   }
@@ -240,7 +266,7 @@ void RVRightBarController::place(const QRectF& frame) {
   if (resized && scrolled_) {
     scrollToButtons(false);
   }
-  if (settingsViewController_ && settingsViewController_->bShown() && !settingsViewController_->isClosing()) {
+  if (isPanelShown() && !settingsViewController_->isClosing()) {
     settingsViewController_->view()->setFrame(panelFrame());
   }
 }

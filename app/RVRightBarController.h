@@ -27,6 +27,9 @@ class RVRightBarController : public QObject, public platform::TableViewDataSourc
   Q_PROPERTY(seedmote::platform::TableView* table READ table CONSTANT)
 
  public:
+  // The kinds of buttons, by the numbers of their pictures.
+  enum Button { kSettings = 21, kRefresh = 22, kStart = 23, kStop = 24, kDelete = 27, kConfirmDelete = 28 };
+
   // Brings a panel's view into the root view, in front of all others, and takes it away again.
   struct PanelPlace {
     std::function<void(RVSettingsViewController&)> show;
@@ -48,6 +51,12 @@ class RVRightBarController : public QObject, public platform::TableViewDataSourc
   void updateFirstTime();
   void scrollRightBarAtStartup();
   void refreshAll() { table_.reload(); }
+
+  // As a tap on the button does, to whatever place the bar is scrolled. None where the bar has no such button
+  // now.
+  void press(Button button);
+  bool has(Button button) const;
+  bool isPanelShown() const;
 
   void doRefresh();
   void doStart();
@@ -75,6 +84,7 @@ class RVRightBarController : public QObject, public platform::TableViewDataSourc
 
  private:
   void initData();
+  void carryOut(RVRightBarCell& cell);
   void scrollToButtons(bool animated);
   void startOrStop(bool start);
   void become(RVRightBarCell& cell, int kind);

@@ -10,7 +10,7 @@ PressableRow {
 
     readonly property RVFilterBarCell filter: row.cell as RVFilterBarCell
 
-    activeFocusOnTab: true
+    activeFocusOnTab: !row.filter.covered
 
     Rectangle {
         anchors.fill: parent

@@ -65,6 +65,10 @@ Item {
         onClicked: tab.pressed()
     }
 
+    HoverTint {
+        radius: 6
+    }
+
     FocusRing {
         radius: 6
     }

@@ -23,6 +23,7 @@ class RVFilterBarCell : public platform::TableViewCell {
   Q_PROPERTY(QColor backgroundColor MEMBER backgroundColor NOTIFY filled)
   Q_PROPERTY(QColor separatorColor MEMBER separatorColor NOTIFY filled)
   Q_PROPERTY(double separatorInset MEMBER separatorInset NOTIFY filled)
+  Q_PROPERTY(bool covered MEMBER covered NOTIFY filled)
 
  public:
   static constexpr const char* kIdentifier = "Cell";
@@ -45,6 +46,7 @@ class RVFilterBarCell : public platform::TableViewCell {
   QColor backgroundColor;
   QColor separatorColor;  // of the line at its bottom
   double separatorInset = 0;
+  bool covered = false;  // not to be seen, so nothing for Tab
 };
 
 }  // namespace seedmote

@@ -36,6 +36,30 @@ RVFilterBarController::~RVFilterBarController() {
   table_.setDataSource(nullptr);
 }
 
+void RVFilterBarController::setTorrentListController(RVTorrentListController* list) {
+  if (torrentListController_ != nullptr) {
+    disconnect(torrentListController_->view(), nullptr, this, nullptr);
+  }
+  torrentListController_ = list;
+  if (list != nullptr) {
+    connect(list->view(), &platform::ViewGeometry::changed, this, &RVFilterBarController::followList);
+    followList();
+  }
+}
+
+void RVFilterBarController::followList() {
+  const bool covered = torrentListController_->view()->shownFrame().left() <= view_.frame().left();
+  if (covered_ != covered) {
+    covered_ = covered;
+    for (const platform::TableView::LiveRow& live : table_.liveRows()) {
+      if (auto* cell = static_cast<RVFilterBarCell*>(live.cell)) {
+        cell->covered = covered;
+        cell->finishFilling();
+      }
+    }
+  }
+}
+
 // No separators stand below the last row: each belongs to its row.
 void RVFilterBarController::viewDidLoad() {
   if (platform::services().device.systemVersionNumber() >= 7.0F) {
@@ -69,6 +93,7 @@ RVFilterBarCell* RVFilterBarController::cellForRowAtIndexPath(int row) {
   cell->backgroundColor = colorOf(kBackground);
   cell->separatorColor = separatorColor_;
   cell->separatorInset = separatorInset_;
+  cell->covered = covered_;
   cell->finishFilling();
   return cell;
 }

@@ -32,7 +32,7 @@ class RVFilterBarController : public QObject, public platform::TableViewDataSour
   void viewDidLoad();
 
   // Not owned; outlives the bar, or is taken away with null.
-  void setTorrentListController(RVTorrentListController* list) { torrentListController_ = list; }
+  void setTorrentListController(RVTorrentListController* list);
   void doFilter(int id);
   // The state whose row is highlighted.
   int selectedid() const { return selectedid_; }
@@ -50,12 +50,14 @@ class RVFilterBarController : public QObject, public platform::TableViewDataSour
   void didSelectRowAtIndexPath(int row) override;
 
  private:
+  void followList();
   static constexpr std::array<int, 7> filterBarID{1, 3, 5, 6, 2, 4, 7};
 
   std::array<std::string, filterBarID.size()> filterBarStr_;
   std::array<QUrl, filterBarID.size()> filterBarImage_;
   std::array<QUrl, filterBarID.size()> filterBarImageSel_;
   int selectedid_ = 1;
+  bool covered_ = false;  // the list lies over the bar's whole width
   RVTorrentListController* torrentListController_ = nullptr;
   platform::ViewGeometry view_;
   platform::TableView table_;

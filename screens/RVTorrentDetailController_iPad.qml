@@ -41,6 +41,7 @@ ViewItem {
         MouseArea {
             anchors.fill: parent
             acceptedButtons: Qt.NoButton
+            hoverEnabled: true
             onWheel: wheel => wheel.accepted = true
         }
 

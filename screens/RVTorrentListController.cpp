@@ -47,6 +47,7 @@ RVTorrentListController::RVTorrentListController(QObject* parent)
     : QObject(parent),
       toolbar_(std::make_unique<RVTorrentListPullbar>(services().device.userInterfaceIdiom())) {
   table_.setDataSource(this);
+  table_.setMarksRows(true);
   connect(&table_, &platform::TableView::laidOut, this, &RVTorrentListController::updateEmptyState);
   connect(OvProgressHUD::sharedView(), &OvProgressHUD::changed, this,
           &RVTorrentListController::messageShownChanged);

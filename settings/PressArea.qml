@@ -9,6 +9,7 @@ Item {
     property int role: Accessible.Button
     // Stands where the focus is shown.
     property alias ring: ring
+    property alias hover: hover
     readonly property alias held: mouse.containsPress
 
     signal pressed
@@ -28,6 +29,13 @@ Item {
 
         anchors.fill: parent
         onClicked: area.pressed()
+    }
+
+    HoverTint {
+        id: hover
+
+        anchors.fill: ring
+        radius: ring.radius
     }
 
     FocusRing {

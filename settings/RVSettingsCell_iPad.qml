@@ -14,6 +14,8 @@ TableRow {
         color: row.setting.backgroundColor
     }
 
+    HoverTint {}
+
     Text {
         x: 20
         width: accessory.x - 16 - x

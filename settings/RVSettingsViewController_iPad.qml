@@ -17,6 +17,7 @@ ViewItem {
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
         onWheel: wheel => wheel.accepted = true
     }
 

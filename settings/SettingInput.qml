@@ -45,6 +45,7 @@ TextInput {
     }
     onActiveFocusChanged: input.setting.takeKeys(input.activeFocus)
     onAccepted: input.focus = false
+    Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
     Keys.onEscapePressed: input.focus = false
     Component.onCompleted: input.fill()
 

@@ -9,6 +9,7 @@ PressArea {
 
     role: Accessible.Link
     name: area.setting.label
+    hover.cursorShape: Qt.PointingHandCursor
     ring.anchors.margins: -8
     ring.anchors.topMargin: 6
     ring.anchors.bottomMargin: 6

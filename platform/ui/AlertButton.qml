@@ -7,6 +7,7 @@ Item {
     required property string title
     property bool last: false
     property bool divided: false  // from another on its left
+    property bool ringed: false
 
     signal pressed
 
@@ -14,6 +15,7 @@ Item {
 
     Accessible.role: Accessible.Button
     Accessible.name: button.title
+    Accessible.focused: button.ringed
     Accessible.onPressAction: button.pressed()
 
     Rectangle {
@@ -50,10 +52,21 @@ Item {
         Accessible.ignored: true
     }
 
+    HoverTint {
+        anchors.margins: 2
+        radius: 8
+    }
+
     MouseArea {
         id: area
 
         anchors.fill: parent
         onClicked: button.pressed()
+    }
+
+    FocusRing {
+        anchors.margins: 3
+        radius: 8
+        visible: button.ringed
     }
 }

@@ -26,6 +26,7 @@ void AlertKeys::setAlerts(Alerts* alerts) {
 
 // The filter that was installed last comes first: an alert stands in front of all that takes keys as well.
 void AlertKeys::watch() {
+  goTo(-1);
   if (watched_) {
     watched_->removeEventFilter(this);
   }
@@ -43,10 +44,31 @@ bool AlertKeys::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 void AlertKeys::press(int key) {
-  if (key == Qt::Key_Escape || key == Qt::Key_Back) {
-    alerts_->press(0);
-  } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-    alerts_->press(static_cast<int>(alerts_->buttons().size()) - 1);
+  const auto count = static_cast<int>(alerts_->buttons().size());
+  switch (key) {
+    case Qt::Key_Escape:
+    case Qt::Key_Back:
+      return alerts_->press(0);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return alerts_->press(button_ >= 0 ? button_ : count - 1);
+    case Qt::Key_Space:
+      return alerts_->press(button_);
+    case Qt::Key_Tab:
+    case Qt::Key_Right:
+      return goTo((button_ + 1) % count);
+    case Qt::Key_Backtab:
+    case Qt::Key_Left:
+      return goTo(button_ > 0 ? button_ - 1 : count - 1);
+    default:
+      return;
+  }
+}
+
+void AlertKeys::goTo(int button) {
+  if (button_ != button) {
+    button_ = button;
+    Q_EMIT buttonChanged();
   }
 }
 

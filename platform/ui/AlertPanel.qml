@@ -18,7 +18,11 @@ Item {
         }
     }
 
-    AlertKeys { alerts: panel.alerts }
+    AlertKeys {
+        id: keys
+
+        alerts: panel.alerts
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -122,6 +126,7 @@ Item {
                 visible: buttons.last > 0
                 width: buttons.width / 2
                 title: panel.alerts.buttons[0] ?? ""
+                ringed: keys.button === 0
                 onPressed: panel.alerts.press(0)
             }
 
@@ -130,6 +135,7 @@ Item {
                 width: buttons.last > 0 ? buttons.width / 2 : buttons.width
                 title: panel.alerts.buttons[buttons.last] ?? ""
                 last: true
+                ringed: keys.button === buttons.last
                 divided: buttons.last > 0
                 onPressed: panel.alerts.press(buttons.last)
             }

@@ -7,9 +7,11 @@ TableRow {
     id: row
 
     property alias ring: ring
+    property alias hover: hover
 
     Accessible.selectable: true
     Accessible.selected: row.cell.selected
+    Accessible.focused: row.cell.marked
     Accessible.onPressAction: row.cell.press()
     // A key that is held presses once: "Delete" must not confirm itself.
     Keys.onPressed: event => {
@@ -19,7 +21,13 @@ TableRow {
         event.accepted = presses;
     }
 
+    HoverTint {
+        id: hover
+    }
+
     FocusRing {
         id: ring
+
+        visible: row.activeFocus || row.cell.marked
     }
 }

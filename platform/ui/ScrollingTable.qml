@@ -18,27 +18,12 @@ Item {
     Accessible.name: root.label
     activeFocusOnTab: root.table.scrollEnabled
 
-    Keys.onUpPressed: root.table.scrollByRows(-1)
-    Keys.onDownPressed: root.table.scrollByRows(1)
-    Keys.onPressed: event => {
-        switch (event.key) {
-        case Qt.Key_PageUp:
-            root.table.scrollByPages(-1);
-            break;
-        case Qt.Key_PageDown:
-        case Qt.Key_Space:
-            root.table.scrollByPages(1);
-            break;
-        case Qt.Key_Home:
-            root.table.scrollToEnd(false);
-            break;
-        case Qt.Key_End:
-            root.table.scrollToEnd(true);
-            break;
-        default:
-            return;
-        }
-        event.accepted = true;
+    onActiveFocusChanged: root.table.setHasKeys(root.activeFocus)
+    Keys.onPressed: event => event.accepted = root.table.pressKey(event.key, event.isAutoRepeat)
+
+    // What lies below is not pointed at.
+    HoverHandler {
+        blocking: true
     }
 
     Rectangle {
@@ -89,7 +74,9 @@ Item {
         visible: root.table.empty
     }
 
-    FocusRing {}
+    FocusRing {
+        visible: root.activeFocus && !root.table.markShown
+    }
 
     ScrollIndicator {
         flickable: flickable
@@ -118,6 +105,10 @@ Item {
             } else {
                 flickable.contentY = offset;
             }
+        }
+
+        function onKeysWanted() {
+            root.forceActiveFocus(Qt.ShortcutFocusReason);
         }
 
         // What glided to a place that is no more would stay beyond the end.

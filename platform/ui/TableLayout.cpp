@@ -35,15 +35,18 @@ TableLayout::Range TableLayout::shownBetween(double top, double bottom) const {
   return range.begin < range.end ? range : Range{};
 }
 
+std::size_t TableLayout::atOrAfter(int row) const {
+  return static_cast<std::size_t>(std::lower_bound(rows_.begin(), rows_.end(), row) - rows_.begin());
+}
+
 std::size_t TableLayout::find(int row) const {
-  const auto place = std::lower_bound(rows_.begin(), rows_.end(), row);
-  return place != rows_.end() && *place == row ? static_cast<std::size_t>(place - rows_.begin())
-                                               : rows_.size();
+  const std::size_t place = atOrAfter(row);
+  return place < rows_.size() && rows_[place] == row ? place : rows_.size();
 }
 
 double TableLayout::topOf(int row) const {
-  const auto place = std::lower_bound(rows_.begin(), rows_.end(), row);
-  return place != rows_.end() ? tops_[static_cast<std::size_t>(place - rows_.begin())] : height_;
+  const std::size_t place = atOrAfter(row);
+  return place < rows_.size() ? tops_[place] : height_;
 }
 
 }  // namespace seedmote::platform

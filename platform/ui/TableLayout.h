@@ -40,6 +40,9 @@ class TableLayout {
   // The place of `row` among the shown rows; shownCount() when it has no height or does not exist.
   std::size_t find(int row) const;
 
+  // The place of `row`, or of the next that is shown; shownCount() after the last.
+  std::size_t atOrAfter(int row) const;
+
   // Where `row` begins, or would begin if it had a height.
   double topOf(int row) const;
 

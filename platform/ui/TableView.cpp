@@ -132,7 +132,7 @@ void TableView::updateLiveRows() {
 void TableView::rebuildLiveRows() {
   for (const LiveRow& live : live_) {
     if (live.cell != nullptr) {
-      cells_.release(live.cell);
+      freeCell(live.cell);
     }
   }
   live_.clear();
@@ -147,7 +147,7 @@ void TableView::fillRange(TableLayout::Range range) {
   };
   for (const LiveRow& live : live_) {
     if (live.cell != nullptr && !wanted(live)) {
-      cells_.release(live.cell);
+      freeCell(live.cell);
     }
   }
   liveRange_ = range;
@@ -157,6 +157,12 @@ void TableView::fillRange(TableLayout::Range range) {
     nextLive_.push_back(live != nullptr ? *live : buildRow(shown));
   }
   live_.swap(nextLive_);
+  showMark();
+}
+
+void TableView::freeCell(TableViewCell* cell) {
+  cell->setMarked(false);
+  cells_.release(cell);
 }
 
 TableView::LiveRow TableView::buildRow(std::size_t shown) {
@@ -195,6 +201,10 @@ void TableView::tapRow(int row) {
   const LiveRow* live = findLive(row);
   if (live == nullptr || services().main.swallowsInput()) {
     return;
+  }
+  if (marksRows_) {
+    markedRow_ = row;
+    showMark();
   }
   services().main.enter(
       "tap on a row",

@@ -44,6 +44,7 @@ class TableView : public QObject {
   Q_PROPERTY(double insetBottom READ insetBottom NOTIFY contentInsetChanged)
   Q_PROPERTY(bool scrollEnabled READ isScrollEnabled NOTIFY scrollEnabledChanged)
   Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY backgroundColorChanged)
+  Q_PROPERTY(bool markShown READ isMarkShown NOTIFY markShownChanged)
 
  public:
   enum class ScrollPosition { none = 0, top = 1, middle = 2, bottom = 3 };
@@ -125,9 +126,23 @@ class TableView : public QObject {
   Q_INVOKABLE void beginDecelerating();
   // By a wheel, a touchpad or keys: not beyond the ends, and not at all where scrolling is disabled.
   void scrollBy(double points, bool animated = false);
-  Q_INVOKABLE void scrollByRows(int rows);
-  Q_INVOKABLE void scrollByPages(int pages);
-  Q_INVOKABLE void scrollToEnd(bool bottom);
+  void scrollByRows(int rows);
+  void scrollByPages(int pages);
+  void scrollToEnd(bool bottom);
+
+  // Keys scroll the content. Where rows can be chosen they move a mark from row to row instead, past those of
+  // no height, and Return and Space tap the row that has it. A tap takes the mark along; after a reload it
+  // stands at its row or at the next that is shown.
+  void setMarksRows(bool marksRows) { marksRows_ = marksRows; }
+  // -1 for none.
+  int markedRow() const { return markedRow_; }
+  // Whether a row shows the mark, as one does while the table has the keys.
+  bool isMarkShown() const { return hasKeys_ && markedRow_ >= 0; }
+  // From the layout. `held`: the key repeats itself. False: it is none of the table's keys.
+  Q_INVOKABLE bool pressKey(int key, bool held);
+  Q_INVOKABLE void setHasKeys(bool hasKeys);
+  // Asks the layout to take the keys.
+  void wantKeys() { Q_EMIT keysWanted(); }
 
  Q_SIGNALS:
   // A pass is complete: heights and rows have changed.
@@ -139,6 +154,8 @@ class TableView : public QObject {
   void backgroundColorChanged();
   // The layout is to bring the content offset to `offset`.
   void scrollRequested(double offset, bool animated);
+  void markShownChanged();
+  void keysWanted();
 
  private:
   struct PendingScroll {
@@ -173,6 +190,15 @@ class TableView : public QObject {
   void addNotice(ScrollNotice notice);
   void deliverNotices();
   double clampedOffset(double offset) const;
+  void scrollToShown(int row, bool animated, ScrollPosition position);
+
+  bool scrollByKey(int key);
+  bool moveMark(int key, bool held);
+  std::size_t shownAt(double y) const;
+  void markShown(std::size_t shown);
+  void keepMark();
+  void showMark();
+  void freeCell(TableViewCell* cell);
 
   TableViewDataSource* source_ = nullptr;
   TableCells cells_;
@@ -192,6 +218,9 @@ class TableView : public QObject {
 
   int selectedRow_ = -1;
   std::optional<PendingScroll> pendingScroll_;
+  bool marksRows_ = false;
+  bool hasKeys_ = false;
+  int markedRow_ = -1;
 
   double offset_ = 0;
   double viewportHeight_ = 0;

@@ -17,6 +17,7 @@ class TableViewCell : public QObject {
   Q_PROPERTY(QString accessibleName READ accessibleName NOTIFY filled)
   Q_PROPERTY(QString accessibleDescription READ accessibleDescription NOTIFY filled)
   Q_PROPERTY(bool selected READ isSelected NOTIFY selectedChanged)
+  Q_PROPERTY(bool marked READ isMarked NOTIFY markedChanged)
 
  public:
   explicit TableViewCell(std::string_view reuseIdentifier) : reuseIdentifier_(reuseIdentifier) {}
@@ -31,6 +32,9 @@ class TableViewCell : public QObject {
   virtual QString accessibleDescription() const { return {}; }
   virtual bool isSelected() const { return false; }
 
+  // The keys are at this row; see TableView::setMarksRows().
+  bool isMarked() const { return marked_; }
+
   // A touch on the row; the table calls them through the main thread's gate.
   virtual void touchesBegan() {}
   virtual void touchesEnded() {}
@@ -43,12 +47,22 @@ class TableViewCell : public QObject {
   // The cell was filled anew: everything it shows may have changed.
   void filled();
   void selectedChanged();
+  void markedChanged();
   void pressed();
 
  private:
   friend class TableCells;
+  friend class TableView;
+  void setMarked(bool marked) {
+    if (marked_ != marked) {
+      marked_ = marked;
+      Q_EMIT markedChanged();
+    }
+  }
+
   std::string reuseIdentifier_;
   int row_ = -1;
+  bool marked_ = false;
 };
 
 }  // namespace seedmote::platform

@@ -130,6 +130,7 @@ void TableView::finishPass(TablePass pass) {
   if (selectedRow_ >= rowCount()) {
     selectedRow_ = -1;
   }
+  keepMark();
   rebuildLiveRows();
   Q_EMIT laidOut();
   Q_EMIT liveRowsChanged();

@@ -52,6 +52,11 @@ void TableView::scrollToRow(int row, bool animated, ScrollPosition position) {
     pendingScroll_ = PendingScroll{row, animated, position};
     return;
   }
+  scrollToShown(row, animated, position);
+}
+
+// As the rows are laid out now.
+void TableView::scrollToShown(int row, bool animated, ScrollPosition position) {
   if (row < 0 || row >= rowCount()) {
     return;
   }

@@ -73,6 +73,11 @@ TEST_F(AlertPanelTest, TakesAllKeysAndTouches) {
     services.settle();
     EXPECT_EQ(pressed, expected);
   }
+  ask("the button that Tab has gone to");
+  QTest::keyClick(&window, Qt::Key_Tab);
+  QTest::keyClick(&window, Qt::Key_Return);
+  services.settle();
+  EXPECT_EQ(pressed, 0);
   ask("b");
   QTest::mouseClick(&window, Qt::LeftButton, {}, {5, 5});
   QWheelEvent wheel({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);

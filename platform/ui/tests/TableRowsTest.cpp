@@ -226,5 +226,27 @@ TEST_F(TableRowsTest, AFlickThatGoesOnWhileTheMainThreadWaitsShowsItsRows) {
   });
 }
 
+// The first is also what a screen reader follows.
+TEST_F(TableRowsTest, KeysAndTheMouseAreSeenAtTheirRowAFingerIsNot) {
+  const auto isTinted = [this](int row) {
+    return rowItem(row)->property("hover").value<QQuickItem*>()->opacity() > 0;
+  };
+  window.requestActivate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  table.setMarksRows(true);
+  table.wantKeys();
+  QTest::keyClick(&window, Qt::Key_Down);
+  EXPECT_TRUE(rowItem(1)->property("ring").value<QQuickItem*>()->isVisible());
+  EXPECT_TRUE(QAccessible::queryAccessibleInterface(rowItem(1))->state().focused);
+
+  QTest::mouseMove(&window, {100, 210});
+  EXPECT_TRUE(isTinted(4));
+  std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+  QTest::touchEvent(&window, finger.get()).press(0, {100, 60}, &window);
+  EXPECT_FALSE(isTinted(1));
+  QTest::touchEvent(&window, finger.get()).release(0, {100, 60}, &window);
+  EXPECT_FALSE(isTinted(1));
+}
+
 }  // namespace
 }  // namespace seedmote::platform

@@ -280,5 +280,37 @@ TEST_F(TableViewTest, WhatIsQueuedMayOutliveTheTable) {
   settle();
 }
 
+TEST_F(TableViewTest, KeysMoveTheMarkPastHiddenRowsAndTapWhereItStands) {
+  table.setMarksRows(true);
+  QObject::connect(&table, &TableView::scrollRequested,
+                   [this](double offset) { table.setViewport(offset, 500); });
+  controller.heightOf = [](int row) { return row % 10 == 3 ? 50.0 : 0.0; };
+  show(100000);
+  table.setHasKeys(true);
+  const auto press = [this](int key) {
+    table.pressKey(key, false);
+    settle();
+    EXPECT_TRUE(table.visibleCell(table.markedRow())->isMarked());
+    return table.markedRow();
+  };
+  EXPECT_EQ(press(Qt::Key_Up), 3);
+  EXPECT_EQ(press(Qt::Key_Down), 13);
+  EXPECT_EQ(press(Qt::Key_PageDown), 113);
+  EXPECT_EQ(press(Qt::Key_PageUp), 13);
+  EXPECT_EQ(press(Qt::Key_End), 99993);
+  EXPECT_EQ(press(Qt::Key_Down), 99993);
+  EXPECT_EQ(table.contentOffset(), 10000 * 50 - 500);
+  press(Qt::Key_Return);
+  table.pressKey(Qt::Key_Return, true);
+  settle();
+  EXPECT_THAT(controller.notes, testing::ElementsAre("select 99993")) << "a held key taps once";
+  controller.heightOf = [](int row) { return row < 100 ? 50.0 : 0.0; };
+  show(100000);
+  EXPECT_EQ(table.markedRow(), 99) << "the row has gone";
+  std::size_t marks = 0;
+  for (const auto& live : table.liveRows()) marks += live.cell->isMarked() ? 1 : 0;
+  EXPECT_LE(marks, 1U) << "a cell that is used again keeps none";
+}
+
 }  // namespace
 }  // namespace seedmote::platform
