@@ -29,12 +29,13 @@ folder=$PWD/build/package
 tree=$folder/seedmote
 
 # The working tree as it stands, and in it what Debian's tools read. Files keep their times, so that a second
-# package is built quickly.
+# package is built quickly; but what was copied here from elsewhere is of no use.
 lay_out_tree() {
   local version date
   version=$(sed -n 's/^project(seedmote VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
   [ -n "$version" ] || fail 1 "CMakeLists.txt names no version"
   date=$(git log -1 --format=%cD) || exit 1
+  grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$tree" "$tree"/obj-*/CMakeCache.txt || rm -rf "$tree"
   rm -rf "$tree/debian" "$folder"/*.*
   mkdir -p "$tree"
   tree_files . | tar --create --null --files-from=- | tar --extract --directory "$tree" || exit 1

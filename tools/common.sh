@@ -9,7 +9,7 @@ build_packages=(g++ cmake ninja-build pkgconf qt6-base-dev qt6-base-private-dev 
 demo_packages=(python3 transmission-daemon fonts-droid-fallback)
 test_packages=(libgtest-dev libgmock-dev libssl-dev zlib1g-dev locales at-spi2-core gir1.2-atspi-2.0 python3-gi
   dbus-daemon xvfb xdotool clang-format clang-tidy shellcheck desktop-file-utils appstream groff-base "${demo_packages[@]}")
-package_packages=(dpkg-dev debhelper lintian desktop-file-utils appstream)
+package_packages=(build-essential debhelper lintian desktop-file-utils appstream)
 
 say() { printf '%s\n' "$*" >&2; }
 
