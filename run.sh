@@ -127,10 +127,10 @@ start_demo() {
   host=127.0.0.1
 }
 
-# Stores the settings of this run in its own folder. The password is no argument, for others can read those.
+# Stores the settings of this run in its own folder, and keeps it apart from a Seedmote that is open. The password is no argument, for others can read those.
 store_settings() {
   [ -n "$folder" ] || folder=$(mktemp -d "${TMPDIR:-/tmp}/seedmote-run-XXXXXX") || exit 1
-  export XDG_CONFIG_HOME=$folder/config XDG_STATE_HOME=$folder/state
+  export SEEDMOTE_ALONE=1 XDG_CONFIG_HOME=$folder/config XDG_STATE_HOME=$folder/state
   mkdir -m 700 "$XDG_CONFIG_HOME" "$XDG_STATE_HOME" || exit 1
   if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # else Qt leaves one behind
     export XDG_RUNTIME_DIR=$folder/runtime

@@ -15,6 +15,9 @@ struct CommandLine {
   std::string systemVersion = "7.0";
   std::vector<std::string> settings;    // "KEY=VALUE" each, in order
   std::optional<std::string> snapshot;  // the picture's file
+  std::optional<double> refresh;        // seconds, above 0; absent: the list is not fetched by itself
+  std::vector<std::string> handedOver;  // files and links, in order, as they were given
+  bool shapesWindow = false;            // an option says how the window is to be or what it does
   bool help = false;
   bool version = false;
   std::string problem;  // what could not be understood; empty when all was

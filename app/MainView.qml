@@ -51,6 +51,14 @@ ViewItem {
         geometry: main.controller.adView
     }
 
+    InboxBar {
+        x: 12
+        y: parent.height - height - 12
+        z: 98
+        width: Math.min(560, parent.width - main.controller.rightBarView.frame.width - 24)
+        notice: main.controller.inboxNotice
+    }
+
     OverlayView {
         anchors.fill: parent
         z: 100

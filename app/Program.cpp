@@ -6,15 +6,20 @@
 #include <QSysInfo>
 #include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 
+#include "app/DesktopService.h"
+#include "app/HandOver.h"
+#include "app/HandedOver.h"
 #include "app/RVAppDelegate.h"
 #include "app/RVRightBarController.h"
 #include "app/RealServices.h"
 #include "app/RealUiServices.h"
 #include "app/SignalWatcher.h"
 #include "app/Snapshot.h"
+#include "app/WindowFront.h"
 #include "json/Log.h"
 #include "platform/core/Log.h"
 #include "settings/RVSettingsStore.h"
@@ -31,6 +36,10 @@ namespace {
 
 constexpr Size kUprightTablet{768, 1024};
 constexpr Size kUprightPhone{375, 667};
+
+// As the desktop file names them.
+constexpr const char* kRefreshAction = "refresh";
+constexpr const char* kSettingsAction = "settings";
 
 std::string thisDevice() {
   return QSysInfo::machineHostName().toStdString();
@@ -77,6 +86,22 @@ RVSettingsStore storedSettings() {
   return RVSettingsStore(RVSettingsStore::findBundle(QCoreApplication::applicationDirPath().toStdString()));
 }
 
+DesktopService::Callbacks callbacksFor(RVAppDelegate& delegate, HandedOver& handedOver) {
+  const auto activate = [&delegate](const std::string& token) { bringToFront(delegate.window(), token); };
+  const auto act = [&delegate, activate](const std::string& name, const std::string& token) {
+    activate(token);
+    RVRightBarController& bar = *delegate.mainViewController().rightBarViewController();
+    if (platform::services().main.swallowsInput()) {
+      return;  // as a press on the button would
+    }
+    name == kSettingsAction ? bar.doSettings() : bar.doRefresh();
+  };
+  return {[&handedOver](const std::vector<std::string>& uris) { handedOver.take(uris); },
+          activate,
+          act,
+          {kRefreshAction, kSettingsAction}};
+}
+
 }  // namespace
 
 int Program::run(int argc, char** argv) {
@@ -95,7 +120,12 @@ int Program::run(int argc, char** argv) {
   }
   json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
   platform::MainThread::prepareProcess();
-  return line_.settings.empty() ? showWindow(argc, argv) : storeSettings(argc, argv);
+  if (!line_.settings.empty()) {
+    return storeSettings(argc, argv);
+  }
+  restart_.emplace(std::vector<std::string>{argv, argv + argc});
+  const int code = showWindow(argc, argv);
+  return restart_->carryOut(code);
 }
 
 int Program::storeSettings(int argc, char** argv) {
@@ -106,7 +136,35 @@ int Program::storeSettings(int argc, char** argv) {
   return SettingsCommand(store, std::cin, std::cerr).run(line_.settings);
 }
 
+// The exit code when another Seedmote is there, and was asked to do what this one was to.
+std::optional<int> Program::handOver(const std::vector<std::string>& uris) const {
+  const HandOver::Result result = HandOver::give(uris);
+  switch (result.outcome) {
+    case HandOver::Outcome::nobodyRuns:
+      return std::nullopt;
+    case HandOver::Outcome::refused:
+      std::cerr << "seedmote: the Seedmote that is open already refused: " << result.trouble << '\n';
+      return 1;
+    case HandOver::Outcome::noAnswer:
+      std::cerr << "seedmote: the Seedmote that is open already does not answer. End it, and try again.\n";
+      return 1;
+    case HandOver::Outcome::taken:
+      break;
+  }
+  if (line_.shapesWindow) {
+    std::cerr
+        << "seedmote: Seedmote is open already; its window keeps the options that it was started with.\n";
+  }
+  return 0;
+}
+
 int Program::showWindow(int argc, char** argv) {
+  std::vector<std::string> uris;
+  std::ranges::transform(line_.handedOver, std::back_inserter(uris), HandOver::uriOf);
+  const bool alone = line_.snapshot.has_value();  // a picture is of a window of its own
+  if (const std::optional<int> code = alone ? std::nullopt : handOver(uris)) {
+    return *code;
+  }
   if (!hasWindowSystem()) {
     std::cerr << "seedmote: there is no window system: neither WAYLAND_DISPLAY nor DISPLAY is set.\n"
                  "Start it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
@@ -120,19 +178,31 @@ int Program::showWindow(int argc, char** argv) {
   setFontHinting();
 
   const Idiom idiom = line_.idiom ? *line_.idiom : idiomOfScreen();
-  const RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
-                              idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  RealServices services(Device(idiom, line_.systemVersion, thisDevice()),
+                        idiom == Idiom::tablet ? kUprightTablet : kUprightPhone);
+  services.beforeAbandoning([this](int code) { restart_->carryOut(code); });
   const RealUiServices uiServices;
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
   const SignalWatcher signalWatcher([] { platform::services().main.quit(); });
   RVSettingsStore store = storedSettings();
+  RVAppDelegate delegate(store);
+  HandedOver handedOver([] {});
+  DesktopService desktop(callbacksFor(delegate, handedOver));
+  while (!alone && desktop.claim() == DesktopService::Claim::elsewhere) {  // somebody was quicker
+    if (const std::optional<int> code = handOver(uris)) {
+      return *code;
+    }
+  }
+  handedOver.take(uris);
+
   store.loadUserSetting();
   OvProgressHUD::sharedView()->setTextMeasure(overlayTextMeasure());
-
-  RVAppDelegate delegate(store);
   delegate.didFinishLaunchingWithOptions();
+  delegate.refreshEvery(std::nullopt);
+  delegate.onRestart([this, &delegate] { restart_->ask(delegate.window()); });
   platform::MainThread& main = platform::services().main;
+  main.onQuit([&desktop] { desktop.release(); });
   main.onQuit([&delegate] { delegate.mainViewController().rightBarViewController()->endEditing(); });
   std::optional<Snapshot> snapshot;
   if (line_.snapshot) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/CommandLine.h"
+#include "app/Restart.h"
 
 namespace seedmote {
 
@@ -17,9 +19,11 @@ class Program final {
 
  private:
   int storeSettings(int argc, char** argv);
+  std::optional<int> handOver(const std::vector<std::string>& uris) const;
   int showWindow(int argc, char** argv);
 
   CommandLine line_;
+  std::optional<Restart> restart_;
 };
 
 }  // namespace seedmote

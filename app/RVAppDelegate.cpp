@@ -1,9 +1,11 @@
 #include "app/RVAppDelegate.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "app/RVRightBarController.h"
 #include "app/ScreenPlan.h"
+#include "app/WindowPlace.h"
 #include "app/resources/RVResQt.h"
 #include "platform/core/Device.h"
 #include "platform/core/Format.h"
@@ -62,7 +64,8 @@ bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) 
   slideAside();
   QObject::connect(rootView_, &RootView::sizeChanged, rootView_, [this] { placeViews(); });
   sessionWatcher_ = std::make_unique<SessionWatcher>();
-  window_->show();
+  const std::optional<WindowPlace> before = WindowPlace::take();
+  before ? before->show(*window_) : window_->show();
   if (options.url) {
     handleOpenURL(options.url);
   }
@@ -192,6 +195,11 @@ void RVAppDelegate::showPanel(RVSettingsViewController& panel) {
   panelView_.reset(load("RVSettingsViewController", panel, mainView_));
   panel.viewDidLoad();
   mainViewController_->subviews().addSubview(*panel.view());
+  if (serverChange_) {
+    serverChange_->panelOpened();
+    QObject::connect(&panel, &RVSettingsViewController::closed, window_.get(),
+                     [this] { serverChange_->panelClosed(); });
+  }
 }
 
 void RVAppDelegate::dropPanel() {
@@ -200,6 +208,24 @@ void RVAppDelegate::dropPanel() {
     panelView_.reset();
     panel_ = nullptr;
   }
+}
+
+// The daemon that is looked at.
+
+void RVAppDelegate::refreshEvery(std::optional<double> seconds) {
+  const std::optional<double> period = ListRefresher::period(seconds);
+  listRefresher_ = period ? std::make_unique<ListRefresher>(
+                                *period, [this] { return isWindowSeen(); },
+                                [list = torrentListController_.get()] { list->updateTorrentList(); })
+                          : nullptr;
+}
+
+bool RVAppDelegate::isWindowSeen() const {
+  return window_->isVisible() && window_->isExposed() && !(window_->windowStates() & Qt::WindowMinimized);
+}
+
+void RVAppDelegate::onRestart(std::function<void()> restart) {
+  serverChange_ = std::make_unique<ServerChange>(std::move(restart));
 }
 
 // What other programs hand over.

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QQuickView>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "app/RVMainViewController.h"
 #include "app/RootView.h"
+#include "app/ServerChange.h"
+#include "client/ListRefresher.h"
 #include "client/SessionWatcher.h"
 #include "platform/ui/LayoutLoader.h"
 #include "screens/RVFilterBarController.h"
@@ -42,6 +45,12 @@ class RVAppDelegate final {
   bool openURL(const std::optional<std::string>& url, const std::optional<std::string>& sourceApplication,
                const std::optional<std::string>& annotation);
 
+  // Fetches the list every so many seconds while the window is to be seen; absent: as the stored settings
+  // say.
+  void refreshEvery(std::optional<double> seconds);
+  // From now on asks whether to start anew when the settings name another server than the one in use.
+  void onRestart(std::function<void()> restart);
+
   QQuickView& window() { return *window_; }
   RVMainViewController& mainViewController() { return *mainViewController_; }
   RVFilterBarController& filterBarController() { return *filterBarController_; }
@@ -61,6 +70,7 @@ class RVAppDelegate final {
   void keepLandscapeShape();
   void showPanel(RVSettingsViewController& panel);
   void dropPanel();
+  bool isWindowSeen() const;
 
   RVSettingsStore& store_;
   // The controllers outlive the window, whose layouts are bound to them.
@@ -69,6 +79,8 @@ class RVAppDelegate final {
   std::unique_ptr<RVTorrentListController> torrentListController_;
   std::unique_ptr<RVTorrentDetailController> torrentInfoViewController_;
   std::unique_ptr<SessionWatcher> sessionWatcher_;
+  std::unique_ptr<ListRefresher> listRefresher_;
+  std::unique_ptr<ServerChange> serverChange_;
   std::unique_ptr<QQuickView> window_;
   std::optional<platform::LayoutLoader> layouts_;
   RootView* rootView_ = nullptr;

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <memory>
 
+#include "app/InboxNotice.h"
 #include "app/RVGADView.h"
 #include "app/ScreenPlan.h"
 #include "platform/ui/Alerts.h"
@@ -30,6 +31,7 @@ class RVMainViewController : public QObject {
   Q_PROPERTY(seedmote::platform::ViewGeometry* rightBarView READ rightBarView CONSTANT)
   Q_PROPERTY(seedmote::platform::ViewGeometry* adView READ adView CONSTANT)
   Q_PROPERTY(seedmote::RVSessionStatController* sessionStatController READ sessionStatController CONSTANT)
+  Q_PROPERTY(seedmote::InboxNotice* inboxNotice READ inboxNotice CONSTANT)
   Q_PROPERTY(seedmote::OvProgressHUD* overlay READ overlay CONSTANT)
   Q_PROPERTY(seedmote::platform::Alerts* alerts READ alerts CONSTANT)
 
@@ -54,6 +56,7 @@ class RVMainViewController : public QObject {
   RVRightBarController* rightBarViewController() const { return rightBarViewController_.get(); }
   void setRightBarViewController(std::unique_ptr<RVRightBarController> controller);
   RVSessionStatController* sessionStatController() { return &sessionStatController_; }
+  InboxNotice* inboxNotice() { return &inboxNotice_; }
   const RVGADView* banner() const { return banner_.get(); }
 
   // Landscape only.
@@ -80,6 +83,7 @@ class RVMainViewController : public QObject {
   std::unique_ptr<RVGADView> banner_;
   std::unique_ptr<RVRightBarController> rightBarViewController_;
   RVSessionStatController sessionStatController_;
+  InboxNotice inboxNotice_;
 };
 
 }  // namespace seedmote

@@ -31,6 +31,9 @@ RealServices::~RealServices() {
   if (!threads_.join(kPatience)) {
     platform::log("Some threads did not end in time\n");
     platform::flushLog();
+    if (beforeAbandoning_) {
+      beforeAbandoning_(main_.exitCode());
+    }
     _exit(main_.exitCode());  // their stacks still use what is destroyed next
   }
   OvProgressHUD::dropSharedView();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/core/Clock.h"
 #include "platform/core/CurlHttp.h"
@@ -23,10 +25,13 @@ class RealServices final {
   RealServices(platform::Device device, platform::Size uprightScreen);
   // Ends what still runs; threads that do not end within a second end the process.
   ~RealServices();
+  // Called with the exit code when threads do not end in time, as the last thing that the process does.
+  void beforeAbandoning(std::function<void(int)> last) { beforeAbandoning_ = std::move(last); }
   RealServices(const RealServices&) = delete;
   RealServices& operator=(const RealServices&) = delete;
 
  private:
+  std::function<void(int)> beforeAbandoning_;
   platform::SystemClock clock_;
   platform::MainThread main_;
   platform::Threads threads_;

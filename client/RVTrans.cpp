@@ -82,6 +82,18 @@ json::Value RVTrans::addTorrentData(const std::optional<std::string>& contents) 
   return isConnected() ? client().addTorrentData(contents) : json::Value();
 }
 
+AddOutcome RVTrans::addQuietly(std::string_view contents) {
+  return isConnected() ? client().addQuietly(contents) : AddOutcome();
+}
+
+std::optional<AddOutcome> RVTrans::takeLatestAdd() {
+  return _trans != nullptr ? client().takeLatestAdd() : std::nullopt;
+}
+
+bool RVTrans::isReachable() {
+  return _trans != nullptr && client().isReachable();
+}
+
 json::Value RVTrans::getTorrentList() {
   init();
   return client().getTorrentList();
@@ -139,6 +151,10 @@ void RVTrans::catchUp() {
   if (isConnected()) {
     client().catchUp();
   }
+}
+
+std::optional<RVDaemonInfo> RVTrans::daemonInfo() {
+  return _trans != nullptr ? std::optional(client().daemonInfo()) : std::nullopt;
 }
 
 DaemonOutcome RVTrans::listOutcome() {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "client/_RVTrans.h"
 
@@ -39,6 +40,12 @@ class RVTrans final {
   static json::Value addTorrentURL(const std::string& link);
   static json::Value addTorrentData(const std::optional<std::string>& contents);
 
+  // For what was handed to the program, beside the above; see _RVTrans. While not connected no add was sent,
+  // which has the status "0".
+  static AddOutcome addQuietly(std::string_view contents);
+  static std::optional<AddOutcome> takeLatestAdd();
+  static bool isReachable();
+
   // Begins with init(). An array of dictionaries with the fields of the list query.
   static json::Value getTorrentList();
   // Begins with init(). Does nothing while not connected, or while an update is under way.
@@ -64,6 +71,8 @@ class RVTrans final {
   static bool isOutOfStep();
   static void catchUp();
 
+  // The daemon that the client uses; absent before the first attempt to connect.
+  static std::optional<RVDaemonInfo> daemonInfo();
   // What the latest attempt to connect or to fetch the list came to, for the texts that explain an empty
   // screen.
   static DaemonOutcome listOutcome();

@@ -1,6 +1,7 @@
 #include "client/StoredSetting.h"
 
 #include "client/RVUtility.h"
+#include "platform/core/Format.h"
 #include "platform/core/NumberText.h"
 #include "platform/core/Services.h"
 #include "platform/core/UserDefaults.h"
@@ -15,6 +16,14 @@ std::optional<std::string> storedSetting(std::string_view key) {
 std::int64_t storedTimeout() {
   const std::optional<std::string> value = platform::services().defaults.object("Timeout")["Value"].asText();
   return value ? platform::leadingInteger(*value) : 0;
+}
+
+RVDaemonInfo storedDaemonInfo() {
+  RVDaemonInfo info;
+  info.ipAddress = platform::format("%@:%@", storedSetting("IP Address"), storedSetting("Port"));
+  info.authorization = platform::format("%@:%@", storedSetting("Username"), storedSetting("Password"));
+  info.httpprotocol = storedSetting("UseSSL") == "False" ? "http" : "https";
+  return info;
 }
 
 }  // namespace seedmote

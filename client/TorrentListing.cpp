@@ -37,6 +37,11 @@ std::uint64_t TorrentListing::version() const {
   return list_.version;
 }
 
+bool TorrentListing::isOf(const SessionID& session, std::size_t text) const {
+  const std::lock_guard lock(torrentListLock_);
+  return list_.text == text && list_.session == session;
+}
+
 std::int64_t TorrentListing::selectedID() const {
   const std::lock_guard lock(torrentListLock_);
   return selection_.id;
@@ -45,13 +50,14 @@ std::int64_t TorrentListing::selectedID() const {
 void TorrentListing::replace(json::Value torrents) {
   const std::lock_guard lock(torrentListLock_);
   std::swap(list_.torrents, torrents);  // the old list goes after the lock
+  list_.text.reset();
   ++list_.version;
 }
 
 // The search through a long list happens outside the lock, and again when the selection has changed
 // meanwhile.
 bool TorrentListing::store(const json::Value& torrents, const SessionID& session,
-                           std::optional<std::uint64_t> onlyAfter) {
+                           std::optional<std::uint64_t> onlyAfter, std::optional<std::size_t> text) {
   json::Value old = torrents;
   while (true) {
     const std::int64_t id = selectedID();
@@ -72,6 +78,7 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
     }
     std::swap(list_.torrents, old);
     list_.session = session;
+    list_.text = text;
     ++list_.version;
     return true;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -30,13 +31,17 @@ class TorrentListing final {
   // Counts the changes of the list.
   std::uint64_t version() const;
 
+  // Whether this is the very list that an answer of this text (its hash) brought under `session`.
+  bool isOf(const SessionID& session, std::size_t text) const;
+
   // A list that is none of the daemon's: an empty one, or an absent one.
   void replace(json::Value torrents);
   // A list that was fetched under `session`. A selection from another session is cleared unless the torrent
   // is still there under its id, with the same name and size. With `onlyAfter`, does nothing and answers
-  // false when the list has changed since that version.
+  // false when the list has changed since that version. `text`: the hash of the answer's text.
   bool store(const json::Value& torrents, const SessionID& session,
-             std::optional<std::uint64_t> onlyAfter = std::nullopt);
+             std::optional<std::uint64_t> onlyAfter = std::nullopt,
+             std::optional<std::size_t> text = std::nullopt);
 
   // kNoTorrentID for none.
   void select(std::int64_t id);
@@ -52,6 +57,7 @@ class TorrentListing final {
   struct Listed {
     json::Value torrents;
     SessionID session;
+    std::optional<std::size_t> text;
     std::uint64_t version = 0;
   };
   Listed listed() const;

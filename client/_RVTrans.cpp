@@ -64,18 +64,13 @@ void _RVTrans::initTransDaemonInfo() {
   defaults.setObject("ServerChanged", "NO");
   defaults.synchronize();
 
-  const auto host = storedSetting("IP Address");
-  const auto port = storedSetting("Port");
-  const auto user = storedSetting("Username");
-  const auto password = storedSetting("Password");
-  const auto useSsl = storedSetting("UseSSL");
-  const std::string address = format("%@:%@", host, port);
-  log("Connecting to %@", address);
+  const RVDaemonInfo stored = storedDaemonInfo();
+  log("Connecting to %@", stored.ipAddress);
   // All at once, so that no request goes to the new host with the old password.
   daemonInfo_.update([&](RVDaemonInfo& info) {
-    info.ipAddress = address;
-    info.authorization = format("%@:%@", user, password);
-    info.httpprotocol = useSsl == "False" ? "http" : "https";
+    info.ipAddress = stored.ipAddress;
+    info.authorization = stored.authorization;
+    info.httpprotocol = stored.httpprotocol;
   });
   log("finished initTransDaemonInfo\n");
 }

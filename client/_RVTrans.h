@@ -6,7 +6,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "client/AddOutcome.h"
 #include "client/DaemonOutcome.h"
 #include "client/RVDaemonInfo.h"
 #include "client/RVSOAPRequest.h"
@@ -75,7 +77,7 @@ class _RVTrans final {
   bool isNewData() { return bNewData_.exchange(false); }
 
   // Fetches the list behind the user's back: shows nothing, marks no update as under way, and leaves the list
-  // as it was when no other one came.
+  // as it was, without new data, when no other one came.
   void fetchTorrentList();
   // True for a connected client whose list comes from another session of the daemon than the present one,
   // that knows no session id, or that does not know the daemon's versions, while nothing is under way that
@@ -112,6 +114,13 @@ class _RVTrans final {
   // The daemon fetches the link itself.
   json::Value addTorrentURL(const std::string& link);
 
+  // Adds a torrent behind the user's back: shows nothing.
+  AddOutcome addQuietly(std::string_view contents);
+  // What came of the latest of the other adds; absent when there was none since it was last asked for.
+  std::optional<AddOutcome> takeLatestAdd();
+  // Whether the daemon of the stored settings, or the one connected to, answers now; shows nothing, blocks.
+  bool isReachable();
+
   const std::shared_ptr<RVSessionStatus>& sessionInfo() const { return sessionInfo_; }
   RVDaemonInfo daemonInfo() const { return daemonInfo_.get(); }
   std::int32_t rpc_version() const {
@@ -129,6 +138,8 @@ class _RVTrans final {
     bool counts = true;  // shows the seconds that are left
     // Whether it may go out under a session id; null: always.
     std::function<bool(const SessionID&)> may = nullptr;
+    // Told the last answer, and whether it is one to the request sent again; null: nobody asks.
+    std::function<void(const RVSOAPResult&, bool)> settled = nullptr;
   };
 
   void initTransmission();
@@ -154,12 +165,14 @@ class _RVTrans final {
   void removeTorrent(const TorrentSelection& meant);
   json::Value askForTorrent(std::int64_t torrent);
   json::Value addTorrent(const RVSOAPRequest& request);
+  RVSOAPResult sendAdd(const RVSOAPRequest& request, bool counts, AddOutcome& outcome);
 
   platform::Shared<RVDaemonInfo> daemonInfo_;
   std::shared_ptr<RVSessionStatus> sessionInfo_;
   platform::Shared<std::string> version_;
   TorrentListing listing_;
   platform::Shared<DaemonOutcome> listOutcome_;
+  platform::Shared<std::optional<AddOutcome>> latestAdd_;
   std::atomic<bool> bConnected_{false};
   std::atomic<int> connecting_{0};  // attempts under way
   std::atomic<Updating> bUpdating_{Updating::no};

@@ -114,8 +114,28 @@ json::Value _RVTrans::addTorrentURL(const std::string& link) {
   return addTorrent(torrentAdd("filename", link));
 }
 
+AddOutcome _RVTrans::addQuietly(std::string_view contents) {
+  AddOutcome outcome;
+  sendAdd(torrentAdd("metainfo", RVUtility::Data2Base64(contents)), false, outcome);
+  return outcome;
+}
+
+std::optional<AddOutcome> _RVTrans::takeLatestAdd() {
+  std::optional<AddOutcome> latest;
+  latestAdd_.update([&](std::optional<AddOutcome>& kept) { latest.swap(kept); });
+  return latest;
+}
+
+RVSOAPResult _RVTrans::sendAdd(const RVSOAPRequest& request, bool counts, AddOutcome& outcome) {
+  return sendCommand(request, {.counts = counts, .settled = [&outcome](const RVSOAPResult& last, bool again) {
+                                 outcome = AddOutcome::of(last, again);
+                               }});
+}
+
 json::Value _RVTrans::addTorrent(const RVSOAPRequest& request) {
-  const RVSOAPResult result = sendCommand(request);
+  AddOutcome outcome;
+  const RVSOAPResult result = sendAdd(request, true, outcome);
+  latestAdd_.set(outcome);
   const json::Value answer = result.getResponseDict();
   return platform::services().main.wait(
       [&] { return withEntry(answer, "statuscode", json::Value::string(result.statuscode)); });

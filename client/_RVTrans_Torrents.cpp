@@ -1,4 +1,5 @@
 #include <functional>
+#include <string_view>
 
 #include "client/TorrentFields.h"
 #include "client/_RVTrans.h"
@@ -66,6 +67,10 @@ RVSOAPRequest listRequest() {
   return torrentGet({{"fields", torrentListFields()}});
 }
 
+std::size_t hashOf(const std::optional<std::string>& text) {
+  return std::hash<std::string_view>()(text ? std::string_view(*text) : std::string_view());
+}
+
 constexpr int kFetchAttempts = 3;  // the first ones may meet new session ids
 
 // Ends an update that has begun, on every way out.
@@ -124,7 +129,7 @@ bool _RVTrans::takeTorrentList(const RVSOAPResult& result, std::optional<std::ui
     return false;
   }
   listOutcome_.set({DaemonCondition::answered, ""});
-  return listing_.store(answer.share(torrents), result.session, onlyAfter);
+  return listing_.store(answer.share(torrents), result.session, onlyAfter, hashOf(result.response));
 }
 
 bool _RVTrans::isListOutdated() const {
@@ -153,6 +158,10 @@ void _RVTrans::fetchTorrentList() {
   for (int attempt = 0; attempt == 0 || (attempt < kFetchAttempts && result.statuscode == "409"); ++attempt) {
     before = listing_.version();
     result = noteOutcome([this] { return sendCommand(listRequest(), {.counts = false}); });
+  }
+  if (listing_.isOf(result.session, hashOf(result.response))) {
+    listOutcome_.set({DaemonCondition::answered, ""});
+    return;  // nothing to read, and nothing new to show
   }
   // A list that was stored meanwhile may be newer.
   if (takeTorrentList(result, before)) {

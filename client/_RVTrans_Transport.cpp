@@ -24,6 +24,7 @@ namespace {
 
 constexpr int kResendsWithoutPause = 3;
 constexpr double kResendPause = 1;  // seconds
+constexpr double kReachSeconds = 10;
 
 bool isGiven(const std::optional<std::string>& text) {
   return text && !text->empty();
@@ -140,12 +141,28 @@ RVSOAPResult _RVTrans::send(const std::string& soapMessage, double timeoutInterv
     return {};
   }
   RVSOAPResult first = exchangeOnce(soapMessage, timeoutInterval, session, sending.counts);
+  if (first.statuscode != "409" && sending.settled) {
+    sending.settled(first, false);
+  }
   const int resent = first.statuscode == "409" ? resend(soapMessage, first.response, sending) : 0;
   // One line for each time that the text was sent.
   for (int sent = 0; sent <= resent; ++sent) {
     log("finished sendCommandString\n");
   }
   return first;
+}
+
+bool _RVTrans::isReachable() {
+  if (connecting_ > 0) {
+    return false;
+  }
+  const bool connected = isConnected();
+  const platform::HttpRequest question = httpRequest(connected ? daemonInfo_.get() : storedDaemonInfo(),
+                                                     connected ? sendable(sessionInfo_->sessionID.get()) : "",
+                                                     "{\"method\":\"session-get\"}", kReachSeconds);
+  const DaemonCondition condition = judgeAnswer(platform::services().http.exchange(question)).condition;
+  log("asked whether %@ answers", question.url);
+  return condition == DaemonCondition::answered || condition == DaemonCondition::newSession;
 }
 
 int _RVTrans::resend(const std::string& soapMessage, std::optional<std::string> body,
@@ -165,6 +182,9 @@ int _RVTrans::resend(const std::string& soapMessage, std::optional<std::string> 
     log("sendCommandStringRetry = %ld Sec", timeout);
     RVSOAPResult again = exchangeOnce(soapMessage, static_cast<double>(timeout), session, sending.counts);
     if (again.statuscode != "409") {
+      if (sending.settled) {
+        sending.settled(again, true);
+      }
       return resent + 1;
     }
     body = std::move(again.response);

@@ -7,7 +7,10 @@
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <array>
 
+#include "app/tests/PrivateBus.h"
 #include "tests/support/LoopbackDaemon.h"
 #include "tests/support/Replies.h"
 
@@ -35,6 +38,7 @@ class LaunchTest : public testing::Test {
  protected:
   LaunchTest() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("SEEDMOTE_ALONE"), QStringLiteral("1"));
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
@@ -129,6 +133,44 @@ TEST_F(LaunchTest, WithoutAWindowSystemItSaysWhatToDo) {
     program.setProcessEnvironment(environment);
     EXPECT_EQ(run({}), 1);
     EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
+  }
+}
+
+TEST_F(LaunchTest, OfThreeStartsAtOnceOneStaysAndTakesWhatTheOthersWereGiven) {
+  PrivateBus bus;
+  QProcessEnvironment environment = program.processEnvironment();
+  environment.remove(QStringLiteral("SEEDMOTE_ALONE"));
+  environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                     qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+  program.setProcessEnvironment(environment);
+  std::array<QProcess, 3> starts;
+  for (QProcess& start : starts) {
+    start.setProcessEnvironment(environment);
+    start.start(program.program(), {QStringLiteral("magnet:?%1").arg(&start - starts.data())});
+  }
+  const auto runs = [](const QProcess& start) { return start.state() != QProcess::NotRunning; };
+  while (std::ranges::count_if(starts, runs) > 1) {
+    for (QProcess& start : starts) start.waitForFinished(20);
+  }
+  EXPECT_EQ(run({"--idiom", "phone", "magnet:?3"}), 0);
+  EXPECT_THAT(errors, HasSubstr("open already"));
+
+  bus.stop();  // a bus that has gone ends nothing, and keeps nobody from starting
+  start({});
+  program.setReadChannel(QProcess::StandardError);
+  while (errors.find("Seedmote Start") == std::string::npos && program.waitForReadyRead()) {
+    errors += program.readAllStandardError().toStdString();
+  }
+  EXPECT_TRUE(runs(program));
+  for (QProcess& start : starts) {
+    const bool first = runs(start);
+    start.terminate();
+    EXPECT_TRUE(!first || start.waitForFinished());
+    EXPECT_EQ(start.exitCode(), 0);
+    const std::string log = start.readAllStandardError().toStdString();
+    for (const char* link : {"magnet:?0\n", "magnet:?1\n", "magnet:?2\n", "magnet:?3\n"}) {
+      EXPECT_EQ(log.find(link) != std::string::npos, first) << link;
+    }
   }
 }
 

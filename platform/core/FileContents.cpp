@@ -12,27 +12,27 @@ namespace {
 
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30;
 
-// The bytes of the path, which need not be UTF-8; empty for what names no file of this machine.
-std::string pathOf(const std::string& file) {
-  constexpr std::string_view scheme = "file://";
-  constexpr std::string_view thisHost = "localhost";
+}  // namespace
+
+std::string pathOfFile(const std::string& file) {
+  constexpr std::string_view scheme = "file:";
   if (!file.starts_with(scheme)) {
     return file.starts_with('/') ? file : std::string();
   }
   std::string_view rest = std::string_view(file).substr(scheme.size());
-  if (rest.starts_with(thisHost)) {
-    rest.remove_prefix(thisHost.size());
+  for (const std::string_view thisHost : {"//localhost/", "///"}) {
+    if (rest.starts_with(thisHost)) {
+      rest.remove_prefix(thisHost.size() - 1);
+    }
   }
-  if (!rest.starts_with('/')) {
+  if (!rest.starts_with('/') || rest.starts_with("//")) {
     return {};
   }
   return QByteArray::fromPercentEncoding(QByteArray(rest.data(), qsizetype(rest.size()))).toStdString();
 }
 
-}  // namespace
-
 std::optional<std::string> contentsOfFile(const std::string& file) {
-  const std::filesystem::path path = pathOf(file);
+  const std::filesystem::path path = pathOfFile(file);
   std::error_code error;
   // Asked before it is opened: opening a pipe waits for somebody to write.
   if (!std::filesystem::is_regular_file(path, error)) {

@@ -1,0 +1,128 @@
+#include "app/HandOver.h"
+
+#include <QByteArray>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QElapsedTimer>
+#include <QStringList>
+#include <QVariantMap>
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "app/DesktopService.h"
+
+namespace seedmote {
+
+namespace {
+
+const QString& connectionName() {
+  static const QString name = QStringLiteral("seedmote-hand-over");
+  return name;
+}
+
+// The launcher's permission to come to the front goes to the window that is there.
+QVariantMap platformData() {
+  QVariantMap data;
+  for (const auto& [variable, key] : {std::pair{"XDG_ACTIVATION_TOKEN", "activation-token"},
+                                      std::pair{"DESKTOP_STARTUP_ID", "desktop-startup-id"}}) {
+    if (!qEnvironmentVariableIsEmpty(variable)) {
+      data.insert(QString::fromLatin1(key), qEnvironmentVariable(variable));
+    }
+  }
+  return data;
+}
+
+QDBusMessage callFor(const std::vector<std::string>& uris) {
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      QString::fromLatin1(DesktopService::kName), QString::fromLatin1(DesktopService::kPath),
+      QString::fromLatin1(DesktopService::kInterface),
+      uris.empty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
+  call.setAutoStartService(false);  // else the bus would start the program that this one is about to be
+  if (!uris.empty()) {
+    QStringList list;
+    for (const std::string& uri : uris) {
+      list << QString::fromStdString(uri);
+    }
+    call << list;
+  }
+  return call << platformData();
+}
+
+HandOver::Result resultOf(const QDBusMessage& reply) {
+  if (reply.type() == QDBusMessage::ReplyMessage) {
+    return {HandOver::Outcome::taken, {}};
+  }
+  const QString error = reply.errorName();
+  const bool nobody = error == u"org.freedesktop.DBus.Error.ServiceUnknown" ||
+                      error == u"org.freedesktop.DBus.Error.NameHasNoOwner" ||
+                      error == u"org.freedesktop.DBus.Error.Disconnected";
+  return nobody ? HandOver::Result{}
+                : HandOver::Result{HandOver::Outcome::refused, reply.errorMessage().toStdString()};
+}
+
+// A Seedmote that ends in the middle of a call answers nothing either, and has left its name.
+HandOver::Result send(const QDBusConnection& bus, const QDBusMessage& call) {
+  QElapsedTimer elapsed;
+  elapsed.start();
+  for (qint64 left = HandOver::kPatience; left > 0; left = HandOver::kPatience - elapsed.elapsed()) {
+    const QDBusMessage reply = bus.call(call, QDBus::Block, static_cast<int>(left));
+    if (reply.errorName() != u"org.freedesktop.DBus.Error.NoReply") {
+      return resultOf(reply);
+    }
+  }
+  return {HandOver::Outcome::noAnswer, {}};
+}
+
+bool isScheme(std::string_view text) {
+  return !text.empty() && std::isalpha(static_cast<unsigned char>(text.front())) != 0 &&
+         std::ranges::all_of(text, [](char letter) {
+           return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '+' || letter == '-' ||
+                  letter == '.';
+         });
+}
+
+// A file's name may have a colon in it, too.
+bool isLink(const std::string& given) {
+  const std::size_t colon = given.find(':');
+  if (colon == std::string::npos || !isScheme(std::string_view(given).substr(0, colon))) {
+    return false;
+  }
+  std::string scheme = given.substr(0, colon);
+  std::ranges::transform(scheme, scheme.begin(),
+                         [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return scheme == "magnet" || scheme == "file" || given.compare(colon, 3, "://") == 0;
+}
+
+}  // namespace
+
+HandOver::Result HandOver::give(const std::vector<std::string>& uris) {
+  const std::optional<QString> address = DesktopService::busAddress();
+  if (!address) {
+    return {};
+  }
+  Result result;
+  {
+    const QDBusConnection bus = QDBusConnection::connectToBus(*address, connectionName());
+    if (bus.isConnected()) {
+      result = send(bus, callFor(uris));
+    }
+  }
+  QDBusConnection::disconnectFromBus(connectionName());
+  return result;
+}
+
+// The bytes of a path need not be UTF-8, and stay what they are.
+std::string HandOver::uriOf(const std::string& given) {
+  if (isLink(given)) {
+    return given;
+  }
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(given, error);
+  const std::string whole = error ? given : path.string();
+  return "file://" + QByteArray::fromStdString(whole).toPercentEncoding("/").toStdString();
+}
+
+}  // namespace seedmote

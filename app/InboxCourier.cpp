@@ -1,0 +1,297 @@
+#include "app/InboxCourier.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/InboxNotice.h"
+#include "app/RVAppDelegate.h"
+#include "client/RVTrans.h"
+#include "platform/core/Format.h"
+#include "platform/core/Log.h"
+#include "platform/core/MainThread.h"
+#include "platform/core/Services.h"
+#include "platform/core/Shared.h"
+#include "platform/ui/Alerts.h"
+#include "platform/ui/UiServices.h"
+#include "screens/EmptyState.h"
+#include "widgets/OvProgressHUD.h"
+
+namespace seedmote {
+
+using platform::format;
+using platform::Inbox;
+using platform::log;
+using platform::services;
+
+namespace {
+
+constexpr double kLongestPause = 60;
+constexpr std::size_t kNamesShown = 8;
+constexpr qsizetype kLettersShown = 70;
+
+void say(const char* title, const std::string& message) {
+  platform::uiServices().alerts.show(
+      {.title = title, .message = message, .buttons = {"OK"}, .dismissed = nullptr});
+}
+
+// Links may be endless.
+std::string shortened(const std::string& name) {
+  const QString text = QString::fromStdString(name);
+  return text.size() <= kLettersShown ? name : (text.left(kLettersShown) + QChar(0x2026)).toStdString();
+}
+
+std::string sentenceOf(const DaemonOutcome& outcome) {
+  EmptyState state;
+  state.outcome = outcome;
+  return state.sentence();
+}
+
+bool isFile(const Inbox::Item& item) {
+  return item.kind == Inbox::Item::Kind::file;
+}
+
+}  // namespace
+
+// The files under way, for the thread that sends them.
+struct InboxCourier::Together {
+  platform::Shared<Items> files;
+};
+
+InboxCourier::InboxCourier(Inbox& inbox, RVAppDelegate& delegate)
+    : inbox_(inbox),
+      delegate_(delegate),
+      together_(std::make_shared<Together>()),
+      poll_(services().main, services().threads, "inbox question",
+            [this]() -> platform::BackgroundPoll::Apply {
+              const bool reachable = RVTrans::isReachable();
+              return [this, reachable] { hearDaemon(reachable); };
+            }),
+      batch_(services().main, services().threads, "inbox",
+             [this, &inbox, together = together_]() -> platform::BackgroundPoll::Apply {
+               const InboxDelivery delivery = InboxDelivery::of(inbox, together->files.get());
+               return [this, delivery] { settleTogether(delivery); };
+             }) {
+  inbox_.mayDeliver();  // makes the folder
+  watcher_.addPath(QString::fromStdString(inbox_.folder()));
+  QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &watcher_,
+                   [this] { services().main.enter("inbox", [this] { look(); }); });
+  delegate_.mainViewController().inboxNotice()->setChoices([this] { tryAgain(); }, [this] { offerToDrop(); });
+  look();
+}
+
+InboxCourier::~InboxCourier() {
+  delegate_.mainViewController().inboxNotice()->setChoices(nullptr, nullptr);
+}
+
+void InboxCourier::look() {
+  stale_ = true;
+  goOn();
+}
+
+void InboxCourier::goOn() {
+  if (delivering_) {
+    return;  // and comes back afterwards
+  }
+  readInbox();
+  const bool mine = !waiting_.empty() && inbox_.mayDeliver();
+  showNotice();
+  if (mine && RVTrans::isConnected() && !hold_) {
+    deliver();
+  } else if (mine) {
+    askDaemon();
+  }
+}
+
+void InboxCourier::readInbox() {
+  if (std::exchange(stale_, false)) {
+    waiting_ = inbox_.waiting();
+  }
+  if (waiting_.empty()) {
+    timer_.stop();
+    hold_.reset();
+    looked_ = false;
+  } else if (!timer_.isActive()) {
+    timer_ = services().timers.repeat("inbox", kLookSeconds, [this] {
+      looked_ = true;
+      goOn();
+    });
+  }
+}
+
+// What waits.
+
+void InboxCourier::showNotice() {
+  InboxNotice& notice = *delegate_.mainViewController().inboxNotice();
+  if (waiting_.empty() || !looked_) {
+    notice.show({}, false);
+  } else if (delivering_) {
+    notice.show(QString::fromStdString(format("Adding %lu torrents...", waiting_.size())), false);
+  } else {
+    notice.show(QString::fromStdString(waitingLine() + "\n" + whyNot()), true);
+  }
+}
+
+std::string InboxCourier::waitingLine() const {
+  return waiting_.size() == 1 ? shortened(waiting_.front().name) + " waits to be added."
+                              : format("%lu torrents wait to be added.", waiting_.size());
+}
+
+std::string InboxCourier::whyNot() const {
+  if (!hold_ && RVTrans::isConnected()) {
+    return "It is their turn soon.";
+  }
+  return sentenceOf(hold_ ? hold_->outcome : RVTrans::listOutcome());
+}
+
+void InboxCourier::tryAgain() {
+  hold_.reset();
+  connectPause_ = kAskSeconds;
+  if (!RVTrans::isConnected()) {
+    RVTrans::init();
+  }
+  look();
+}
+
+void InboxCourier::offerToDrop() {
+  std::string names;
+  for (std::size_t item = 0; item < std::min(waiting_.size(), kNamesShown); ++item) {
+    names += (item > 0 ? "\n" : "") + shortened(waiting_[item].name);
+  }
+  if (waiting_.size() > kNamesShown) {
+    names += format("\nand %lu more", waiting_.size() - kNamesShown);
+  }
+  platform::uiServices().alerts.show({.title = "Drop what waits to be added?",
+                                      .message = names,
+                                      .buttons = {"Keep", "Drop"},
+                                      .dismissed = [this, shown = waiting_](int button) {
+                                        if (button == 1 && !delivering_) {
+                                          for (const Inbox::Item& item : shown) {
+                                            inbox_.drop(item);
+                                          }
+                                          look();
+                                        }
+                                      }});
+}
+
+void InboxCourier::tell(const std::vector<platform::Refusal>& refusals) {
+  std::string lines;
+  for (std::size_t refusal = 0; refusal < std::min(refusals.size(), kNamesShown); ++refusal) {
+    lines += (refusal > 0 ? "\n" : "") + shortened(refusals[refusal].name) + ": " + refusals[refusal].why;
+  }
+  if (refusals.size() > kNamesShown) {
+    lines += format("\nand %lu more", refusals.size() - kNamesShown);
+  }
+  if (!refusals.empty()) {
+    say("Not added", lines);
+  }
+}
+
+// Delivery.
+
+void InboxCourier::deliver() {
+  const auto end = std::find_if_not(waiting_.begin(), waiting_.end(), isFile);
+  if (end - waiting_.begin() > 1) {
+    deliverTogether(Items(waiting_.begin(), end));
+  } else {
+    services().main.enter("inbox", [this] { deliverFirst(); });
+  }
+}
+
+void InboxCourier::deliverFirst() {
+  const Inbox::Item item = waiting_.front();
+  delivering_ = true;
+  RVTrans::takeLatestAdd();
+  std::exception_ptr raised;
+  AddOutcome outcome;
+  try {
+    isFile(item) ? delegate_.openURL(item.path, std::nullopt, std::nullopt)
+                 : delegate_.handleOpenURL(item.name);
+    outcome = RVTrans::takeLatestAdd().value_or(outcome);
+  } catch (...) {  // an answer that makes no sense
+    raised = std::current_exception();
+    outcome.outcome.condition = DaemonCondition::notTransmission;
+  }
+  delivering_ = false;
+  if (!services().main.isQuitting()) {
+    settleFirst(outcome);
+  }
+  if (raised) {
+    std::rethrow_exception(raised);
+  }
+}
+
+// The screen has its own words, and goes by the first answer alone: where that was wrong, this tells better.
+void InboxCourier::settleFirst(const AddOutcome& outcome) {
+  const Inbox::Item item = waiting_.front();
+  if (!outcome.isOver()) {
+    if (isFile(item)) {
+      say("Not added yet", item.name + " is kept and tried again. " + sentenceOf(outcome.outcome));
+    }
+    return hold(outcome);
+  }
+  inbox_.drop(item);
+  const bool screenKnows = !isFile(item) && !outcome.wasSentAgain;
+  if (!outcome.isAdded() && !screenKnows) {
+    say("Not added", refusalLine(shortened(item.name), outcome));
+  } else if (!isFile(item) && outcome.wasSentAgain) {
+    say("Added after all", shortened(item.name));
+  }
+  services().main.post([this] { look(); }, platform::MainThread::Lane::ordinary, "inbox");
+}
+
+void InboxCourier::deliverTogether(Items files) {
+  delivering_ = true;
+  log("Adding %lu torrent files\n", files.size());
+  together_->files.set(std::move(files));
+  batch_.tick();
+}
+
+void InboxCourier::settleTogether(const InboxDelivery& delivery) {
+  delivering_ = false;
+  const std::string summary = delivery.summary();
+  if (!delivery.refused.empty() || delivery.trouble) {
+    if (!summary.empty()) {
+      say("Torrents added", summary);
+    }
+  } else if (!summary.empty()) {
+    OvProgressHUD::showWithStatus("Adding torrents...");
+    OvProgressHUD::dismissWithSuccess(summary);
+  }
+  if (delivery.trouble) {
+    hold(*delivery.trouble);
+  }
+  look();
+}
+
+// Until the daemon answers again.
+
+void InboxCourier::hold(const AddOutcome& outcome) {
+  hold_ = outcome;
+  nextAsk_ = services().clock.now() + platform::seconds(kAskSeconds);
+}
+
+// The client makes its first attempt to connect by itself, a few seconds after the start.
+void InboxCourier::askDaemon() {
+  const bool started = RVTrans::listOutcome().condition != DaemonCondition::notAsked;
+  if (started && services().clock.now() >= nextAsk_) {
+    nextAsk_ = services().clock.now() + platform::seconds(kAskSeconds);
+    poll_.tick();
+  }
+}
+
+void InboxCourier::hearDaemon(bool reachable) {
+  if (!reachable) {
+    return;
+  }
+  hold_.reset();
+  if (RVTrans::isConnected()) {
+    connectPause_ = kAskSeconds;
+    look();
+  } else {  // it answers: one attempt is due, and the next not soon if that comes to nothing
+    RVTrans::init();
+    nextAsk_ = services().clock.now() + platform::seconds(connectPause_);
+    connectPause_ = std::min(2 * connectPause_, kLongestPause);
+  }
+}
+
+}  // namespace seedmote
