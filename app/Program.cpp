@@ -19,6 +19,7 @@
 #include "app/RealUiServices.h"
 #include "app/SignalWatcher.h"
 #include "app/Snapshot.h"
+#include "app/WaylandSeat.h"
 #include "app/WindowFront.h"
 #include "json/Log.h"
 #include "platform/core/Log.h"
@@ -84,6 +85,7 @@ Idiom idiomOfScreen() {
 
 void prepareApplication() {
   qInstallMessageHandler(sayFatal);
+  prepareForMissingSeat();
   QGuiApplication::setDesktopFileName(QStringLiteral("org.seedmote.Seedmote"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Seedmote"));
   QGuiApplication::setQuitOnLastWindowClosed(false);

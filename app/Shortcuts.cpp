@@ -82,11 +82,14 @@ void Shortcuts::listenTo(QQuickWindow& window) {
 }
 
 bool Shortcuts::eventFilter(QObject* /*watched*/, QEvent* event) {
-  // What takes all touches takes the keys as well, by itself.
-  if (event->type() != QEvent::KeyPress || platform::services().main.swallowsInput()) {
+  if (event->type() != QEvent::KeyPress) {
     return false;
   }
   const auto& key = *static_cast<QKeyEvent*>(event);
+  // What takes all touches takes the keys as well, by itself; but the program can be ended at any time.
+  if (platform::services().main.swallowsInput() && sequenceOf(key) != QKeySequence(Qt::CTRL | Qt::Key_Q)) {
+    return false;
+  }
   return shown_ ? takeWhileShown(key) : take(key);
 }
 
