@@ -113,9 +113,9 @@ CommandLine CommandLine::parse(const std::vector<std::string>& arguments) {
       at += takeOption(line, argument, at + 1 < arguments.size() ? &arguments[at + 1] : nullptr);
     }
   }
-  if (line.problem.empty() && !line.settings.empty() && !line.handedOver.empty()) {
-    line.problem =
-        "--set stores and ends; it takes no file or link such as \"" + line.handedOver.front() + "\"";
+  const char* const ends = !line.settings.empty() ? "--set" : line.snapshot ? "--snapshot" : nullptr;
+  if (line.problem.empty() && ends != nullptr && !line.handedOver.empty()) {
+    line.problem = std::string(ends) + " takes no file or link such as \"" + line.handedOver.front() + "\"";
   }
   return line;
 }

@@ -19,6 +19,7 @@ Rectangle {
     // Nothing below is touched through it.
     MouseArea {
         anchors.fill: parent
+        onWheel: wheel => { wheel.accepted = true }
     }
 
     Text {

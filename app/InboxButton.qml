@@ -42,6 +42,10 @@ Item {
         onClicked: button.pressed()
     }
 
+    HoverTint {
+        radius: 8
+    }
+
     FocusRing {
         radius: 8
     }

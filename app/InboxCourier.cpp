@@ -1,6 +1,7 @@
 #include "app/InboxCourier.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "app/InboxNotice.h"
@@ -26,6 +27,7 @@ using platform::services;
 namespace {
 
 constexpr double kLongestPause = 60;
+constexpr int kMostTries = 5;
 constexpr std::size_t kNamesShown = 8;
 constexpr qsizetype kLettersShown = 70;
 
@@ -74,7 +76,7 @@ InboxCourier::InboxCourier(Inbox& inbox, RVAppDelegate& delegate)
   inbox_.mayDeliver();  // makes the folder
   watcher_.addPath(QString::fromStdString(inbox_.folder()));
   QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &watcher_,
-                   [this] { services().main.enter("inbox", [this] { look(); }); });
+                   [this] { services().main.enter("inbox", [this] { lookSoon(); }); });
   delegate_.mainViewController().inboxNotice()->setChoices([this] { tryAgain(); }, [this] { offerToDrop(); });
   look();
 }
@@ -88,18 +90,41 @@ void InboxCourier::look() {
   goOn();
 }
 
+// Whoever puts something in may not have ended yet.
+void InboxCourier::lookSoon() {
+  stale_ = true;
+  if (!timer_.isActive()) {
+    timer_ = services().timers.repeat("inbox", kLookSeconds, [this] {
+      looked_ = true;
+      goOn();
+    });
+  }
+}
+
+// What delivers, and what puts something in, comes back here when it has ended.
 void InboxCourier::goOn() {
-  if (delivering_) {
-    return;  // and comes back afterwards
+  if (delivering_ || inbox_.isTaking()) {
+    return;
   }
   readInbox();
-  const bool mine = !waiting_.empty() && inbox_.mayDeliver();
+  const Items next = pending();
+  if (!next.empty() && !hold_ && RVTrans::isConnected() && !RVTrans::isConnecting()) {
+    return deliver(next);
+  }
   showNotice();
-  if (mine && RVTrans::isConnected() && !hold_) {
-    deliver();
-  } else if (mine) {
+  if (!next.empty()) {
     askDaemon();
   }
+}
+
+// What may be sent, and is not to be left alone until the user says otherwise.
+InboxCourier::Items InboxCourier::pending() {
+  Items items;
+  if (!waiting_.empty() && inbox_.mayDeliver()) {
+    std::copy_if(waiting_.begin(), waiting_.end(), std::back_inserter(items),
+                 [this](const Inbox::Item& item) { return stuck_.count(item.number) == 0; });
+  }
+  return items;
 }
 
 void InboxCourier::readInbox() {
@@ -108,13 +133,13 @@ void InboxCourier::readInbox() {
   }
   if (waiting_.empty()) {
     timer_.stop();
-    hold_.reset();
+    hold_ = false;
+    trouble_.reset();
+    stuck_.clear();
     looked_ = false;
-  } else if (!timer_.isActive()) {
-    timer_ = services().timers.repeat("inbox", kLookSeconds, [this] {
-      looked_ = true;
-      goOn();
-    });
+  } else {
+    lookSoon();
+    stale_ = false;
   }
 }
 
@@ -122,10 +147,11 @@ void InboxCourier::readInbox() {
 
 void InboxCourier::showNotice() {
   InboxNotice& notice = *delegate_.mainViewController().inboxNotice();
-  if (waiting_.empty() || !looked_) {
+  if (delivering_ && together_->files.get().size() > 1) {
+    notice.show(QString::fromStdString(format("Adding %lu torrents...", together_->files.get().size())),
+                false);
+  } else if (delivering_ || waiting_.empty() || !looked_ || !inbox_.mayDeliver()) {
     notice.show({}, false);
-  } else if (delivering_) {
-    notice.show(QString::fromStdString(format("Adding %lu torrents...", waiting_.size())), false);
   } else {
     notice.show(QString::fromStdString(waitingLine() + "\n" + whyNot()), true);
   }
@@ -137,14 +163,17 @@ std::string InboxCourier::waitingLine() const {
 }
 
 std::string InboxCourier::whyNot() const {
-  if (!hold_ && RVTrans::isConnected()) {
-    return "It is their turn soon.";
+  if (RVTrans::isConnecting()) {
+    return "Seedmote is connecting.";
   }
-  return sentenceOf(hold_ ? hold_->outcome : RVTrans::listOutcome());
+  const bool tried = RVTrans::isConnected() && trouble_;
+  return sentenceOf(tried ? trouble_->outcome : RVTrans::listOutcome());
 }
 
 void InboxCourier::tryAgain() {
-  hold_.reset();
+  hold_ = false;
+  stuck_.clear();
+  tries_ = 0;
   connectPause_ = kAskSeconds;
   if (!RVTrans::isConnected()) {
     RVTrans::init();
@@ -164,7 +193,9 @@ void InboxCourier::offerToDrop() {
                                       .message = names,
                                       .buttons = {"Keep", "Drop"},
                                       .dismissed = [this, shown = waiting_](int button) {
-                                        if (button == 1 && !delivering_) {
+                                        if (button == 1 && delivering_) {
+                                          say("Not dropped", "They are being added just now.");
+                                        } else if (button == 1) {
                                           for (const Inbox::Item& item : shown) {
                                             inbox_.drop(item);
                                           }
@@ -188,18 +219,20 @@ void InboxCourier::tell(const std::vector<platform::Refusal>& refusals) {
 
 // Delivery.
 
-void InboxCourier::deliver() {
-  const auto end = std::find_if_not(waiting_.begin(), waiting_.end(), isFile);
-  if (end - waiting_.begin() > 1) {
-    deliverTogether(Items(waiting_.begin(), end));
+void InboxCourier::deliver(const Items& next) {
+  const Items files(next.begin(), std::find_if_not(next.begin(), next.end(), isFile));
+  delivering_ = true;
+  together_->files.set(files);
+  showNotice();
+  if (files.size() > 1) {
+    log("Adding %lu torrent files\n", files.size());
+    batch_.tick();
   } else {
-    services().main.enter("inbox", [this] { deliverFirst(); });
+    services().main.enter("inbox", [this, first = next.front()] { deliverFirst(first); });
   }
 }
 
-void InboxCourier::deliverFirst() {
-  const Inbox::Item item = waiting_.front();
-  delivering_ = true;
+void InboxCourier::deliverFirst(const Inbox::Item& item) {
   RVTrans::takeLatestAdd();
   std::exception_ptr raised;
   AddOutcome outcome;
@@ -210,10 +243,14 @@ void InboxCourier::deliverFirst() {
   } catch (...) {  // an answer that makes no sense
     raised = std::current_exception();
     outcome.outcome.condition = DaemonCondition::notTransmission;
+    outcome = RVTrans::takeLatestAdd().value_or(outcome);
   }
   delivering_ = false;
+  if (outcome.isOver()) {
+    inbox_.drop(item);
+  }
   if (!services().main.isQuitting()) {
-    settleFirst(outcome);
+    settleFirst(item, outcome);
   }
   if (raised) {
     std::rethrow_exception(raised);
@@ -221,15 +258,14 @@ void InboxCourier::deliverFirst() {
 }
 
 // The screen has its own words, and goes by the first answer alone: where that was wrong, this tells better.
-void InboxCourier::settleFirst(const AddOutcome& outcome) {
-  const Inbox::Item item = waiting_.front();
+void InboxCourier::settleFirst(const Inbox::Item& item, const AddOutcome& outcome) {
   if (!outcome.isOver()) {
-    if (isFile(item)) {
+    hold(item, outcome);
+    if (isFile(item) && tries_ == 1) {
       say("Not added yet", item.name + " is kept and tried again. " + sentenceOf(outcome.outcome));
     }
-    return hold(outcome);
+    return;
   }
-  inbox_.drop(item);
   const bool screenKnows = !isFile(item) && !outcome.wasSentAgain;
   if (!outcome.isAdded() && !screenKnows) {
     say("Not added", refusalLine(shortened(item.name), outcome));
@@ -239,35 +275,37 @@ void InboxCourier::settleFirst(const AddOutcome& outcome) {
   services().main.post([this] { look(); }, platform::MainThread::Lane::ordinary, "inbox");
 }
 
-void InboxCourier::deliverTogether(Items files) {
-  delivering_ = true;
-  log("Adding %lu torrent files\n", files.size());
-  together_->files.set(std::move(files));
-  batch_.tick();
-}
-
 void InboxCourier::settleTogether(const InboxDelivery& delivery) {
   delivering_ = false;
-  const std::string summary = delivery.summary();
-  if (!delivery.refused.empty() || delivery.trouble) {
-    if (!summary.empty()) {
-      say("Torrents added", summary);
-    }
-  } else if (!summary.empty()) {
+  const Items files = together_->files.get();
+  std::string summary = delivery.summary();
+  if (delivery.trouble) {
+    hold(files.at(delivery.settled), *delivery.trouble);
+    summary += format("\n%lu still wait.", files.size() - delivery.settled);
+  }
+  if (delivery.settled > 0 && (!delivery.refused.empty() || delivery.trouble)) {
+    say(delivery.added + delivery.duplicates > 0 ? "Torrents added" : "Not added", summary);
+  } else if (delivery.settled > 0) {
     OvProgressHUD::showWithStatus("Adding torrents...");
     OvProgressHUD::dismissWithSuccess(summary);
-  }
-  if (delivery.trouble) {
-    hold(*delivery.trouble);
   }
   look();
 }
 
 // Until the daemon answers again.
 
-void InboxCourier::hold(const AddOutcome& outcome) {
-  hold_ = outcome;
-  nextAsk_ = services().clock.now() + platform::seconds(kAskSeconds);
+// What fails again and again though the daemon answers is left alone, so that the others get through.
+void InboxCourier::hold(const Inbox::Item& item, const AddOutcome& outcome) {
+  tries_ = item.number == heldNumber_ ? tries_ + 1 : 1;
+  heldNumber_ = item.number;
+  trouble_ = outcome;
+  hold_ = true;
+  nextAsk_ = services().clock.now() + platform::seconds(kAskSeconds * (1 << (tries_ - 1)));
+  if (tries_ == kMostTries) {
+    stuck_.insert(item.number);
+    hold_ = false;
+    tries_ = 0;
+  }
 }
 
 // The client makes its first attempt to connect by itself, a few seconds after the start.
@@ -283,7 +321,7 @@ void InboxCourier::hearDaemon(bool reachable) {
   if (!reachable) {
     return;
   }
-  hold_.reset();
+  hold_ = false;
   if (RVTrans::isConnected()) {
     connectPause_ = kAskSeconds;
     look();

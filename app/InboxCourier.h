@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QFileSystemWatcher>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,17 +43,18 @@ class InboxCourier final {
   using Items = std::vector<platform::Inbox::Item>;
   struct Together;
 
+  void lookSoon();
   void goOn();
+  Items pending();
   void readInbox();
   void showNotice();
   std::string waitingLine() const;
   std::string whyNot() const;
-  void deliver();
-  void deliverFirst();
-  void settleFirst(const AddOutcome& outcome);
-  void deliverTogether(Items files);
+  void deliver(const Items& next);
+  void deliverFirst(const platform::Inbox::Item& item);
+  void settleFirst(const platform::Inbox::Item& item, const AddOutcome& outcome);
   void settleTogether(const InboxDelivery& delivery);
-  void hold(const AddOutcome& outcome);
+  void hold(const platform::Inbox::Item& item, const AddOutcome& outcome);
   void askDaemon();
   void hearDaemon(bool reachable);
   void tryAgain();
@@ -63,7 +66,11 @@ class InboxCourier final {
   bool stale_ = true;
   bool looked_ = false;  // what waits has been waiting since the turn before
   bool delivering_ = false;
-  std::optional<AddOutcome> hold_;  // why the first one was not delivered
+  bool hold_ = false;                  // until the daemon answers again
+  std::optional<AddOutcome> trouble_;  // why something was not delivered
+  std::uint64_t heldNumber_ = 0;       // of what was tried last, in vain
+  int tries_ = 0;                      // of that
+  std::set<std::uint64_t> stuck_;      // what is left alone until the user asks for it
   platform::Clock::Duration nextAsk_{};
   double connectPause_ = kAskSeconds;  // between two attempts to connect
   std::shared_ptr<Together> together_;

@@ -38,10 +38,11 @@ InboxDelivery InboxDelivery::of(platform::Inbox& inbox, const std::vector<platfo
       break;
     }
     const std::optional<std::string> contents = platform::contentsOfFile(file.path);
-    if (!contents) {  // somebody has taken it away
-      delivery.refused.push_back(file.name + ": it cannot be read any more");
-      inbox.drop(file);
-      continue;
+    if (!contents) {
+      AddOutcome unreadable;
+      unreadable.outcome = {DaemonCondition::failed, file.path + " cannot be read"};
+      delivery.trouble = unreadable;
+      break;
     }
     const AddOutcome outcome = add(*contents);
     if (!outcome.isOver()) {
@@ -49,6 +50,7 @@ InboxDelivery InboxDelivery::of(platform::Inbox& inbox, const std::vector<platfo
       break;
     }
     inbox.drop(file);
+    ++delivery.settled;
     if (!outcome.isAdded()) {
       delivery.refused.push_back(refusalLine(file.name, outcome));
     } else {

@@ -12,6 +12,7 @@ namespace seedmote {
 
 // What came of adding several files one after the other.
 struct InboxDelivery {
+  std::size_t settled = 0;  // that the daemon has dealt with
   std::size_t added = 0;
   std::size_t duplicates = 0;              // that the daemon had already
   std::vector<std::string> refused;        // a line for people each

@@ -145,6 +145,19 @@ int Program::storeSettings(int argc, char** argv) {
   return SettingsCommand(store, std::cin, std::cerr).run(line_.settings);
 }
 
+// It is delivered when that Seedmote, or the next one, can do so.
+int Program::keepForLater(const std::vector<std::string>& uris) {
+  if (!uris.empty()) {
+    const std::vector<platform::Refusal> refusals =
+        platform::Inbox(platform::standardInboxFolder(), [] {}).take(uris);
+    for (const platform::Refusal& refusal : refusals) {
+      std::cerr << "seedmote: " << refusal.name << " is not added: " << refusal.why << '\n';
+    }
+    std::cerr << "seedmote: what was handed over is kept until then.\n";
+  }
+  return 1;
+}
+
 // The exit code when another Seedmote is there, and was asked to do what this one was to.
 std::optional<int> Program::handOver(const std::vector<std::string>& uris) const {
   const HandOver::Result result = HandOver::give(uris);
@@ -155,8 +168,8 @@ std::optional<int> Program::handOver(const std::vector<std::string>& uris) const
       std::cerr << "seedmote: the Seedmote that is open already refused: " << result.trouble << '\n';
       return 1;
     case HandOver::Outcome::noAnswer:
-      std::cerr << "seedmote: the Seedmote that is open already does not answer. End it, and try again.\n";
-      return 1;
+      std::cerr << "seedmote: the Seedmote that is open already does not answer. If that lasts, end it.\n";
+      return keepForLater(uris);
     case HandOver::Outcome::taken:
       break;
   }

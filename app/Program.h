@@ -21,6 +21,7 @@ class Program final {
 
  private:
   int storeSettings(int argc, char** argv);
+  static int keepForLater(const std::vector<std::string>& uris);
   std::optional<int> handOver(const std::vector<std::string>& uris) const;
   int showWindow(int argc, char** argv);
   int runWindow(Intake& intake, const std::vector<std::string>& uris);

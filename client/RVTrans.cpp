@@ -116,6 +116,10 @@ bool RVTrans::isConnected() {
   return _trans != nullptr && client().isConnected();
 }
 
+bool RVTrans::isConnecting() {
+  return _trans != nullptr && client().isConnecting();
+}
+
 bool RVTrans::isNewData() {
   return _trans != nullptr && client().isNewData();
 }

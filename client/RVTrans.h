@@ -52,6 +52,8 @@ class RVTrans final {
   static void updateAllTorrents();
   static bool isUpdating();
   static bool isConnected();
+  // An attempt to connect is under way, also while it fetches the first list.
+  static bool isConnecting();
   // True once after each update.
   static bool isNewData();
   // Begins with init(). The selected torrent's details; absent while not connected. Raises

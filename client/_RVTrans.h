@@ -45,6 +45,7 @@ class _RVTrans final {
   // The hand-shake; blocks. The daemon's answer with "errorcode" 0 (connected), 4 (login refused) or 5.
   json::Value connectDaemon();
   bool isConnected() const { return bConnected_; }
+  bool isConnecting() const { return connecting_ > 0; }
 
   // Transport.
 

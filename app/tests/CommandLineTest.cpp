@@ -32,7 +32,7 @@ TEST(CommandLineTest, WhatCannotBeUnderstoodIsNamed) {
       {{"--system-version", "seven"}, "--system-version takes a version such as 7.0, not \"seven\""},
       {{"--snapshot="}, "--snapshot takes the name of the picture's file"},
       {{"--nonsense"}, "unknown option \"--nonsense\""},
-      {{"--set", "A=1", "x"}, "--set stores and ends; it takes no file or link such as \"x\""},
+      {{"--set", "A=1", "x"}, "--set takes no file or link such as \"x\""},
       {{""}, "the name of a file, or a link, is empty"},
       {{"--refresh=0"}, "--refresh takes a number of seconds above 0, not \"0\""},
       {{"--refresh", "5s"}, "--refresh takes a number of seconds above 0, not \"5s\""},

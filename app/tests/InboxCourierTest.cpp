@@ -32,6 +32,7 @@ class InboxCourierTest : public AppFixture {
     const Reply reply = daemon.model().reply(request);
     const bool isAdd = request.body.find("torrent-add") != std::string::npos;
     if (!isAdd || request.header("X-Transmission-Session-Id") != daemon.sessionId()) return reply;
+    if (request.body.find("413") != std::string::npos) return support::replies::answer(413, "too large");
     const std::lock_guard lock(mutex);
     const std::size_t end = request.body.rfind('"');
     added.push_back(request.body.substr(end - kTail, kTail));
@@ -112,6 +113,17 @@ TEST_F(InboxCourierTest, WhatDidNotArriveIsKeptAndTriedAgain) {
   turn(15);
   EXPECT_TRUE(inbox.waiting().empty());
   EXPECT_EQ(arrived().size(), 2U);
+}
+
+TEST_F(InboxCourierTest, WhatNeverArrivesLetsTheOthersThrough) {
+  start();
+  connect();
+  inbox.take({"magnet:?413", "magnet:?2222"});
+  turn(20);
+  EXPECT_THAT(arrived(), ElementsAre());
+  turn(80);
+  EXPECT_THAT(arrived(), ElementsAre("2222"));
+  EXPECT_THAT(notice().toStdString(), StartsWith("magnet:?413 waits to be added."));
 }
 
 TEST_F(InboxCourierTest, AWrongPasswordIsMended) {

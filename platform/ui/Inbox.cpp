@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <system_error>
 
@@ -32,6 +33,7 @@ constexpr const char* kLinkEnding = ".link";
 constexpr const char* kFileEnding = ".file";
 constexpr const char* kUnfinished = ".new-";
 constexpr const char* kFinished = ".gone-";
+constexpr std::size_t kFew = 8;
 
 [[noreturn]] void raiseErrno() {
   throw std::system_error(errno, std::generic_category());
@@ -70,7 +72,6 @@ void writeFile(const fs::path& path, std::string_view bytes) {
     }
     bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
   }
-  file.flushToDisk();
 }
 
 // Whether the program that made an unfinished folder may still be at it.
@@ -79,6 +80,16 @@ bool isAtWork(const std::string& unfinished) {
   const char* const begin = unfinished.data() + std::strlen(kUnfinished);
   std::from_chars(begin, unfinished.data() + unfinished.size(), program);
   return program == getpid() || kill(program, 0) == 0 || errno == EPERM;
+}
+
+// Somebody who was given no answer in time keeps what was handed over in our stead, and we get it as well.
+bool isSame(const Inbox::Item& item, const HandedOver& given) {
+  if (const auto* link = std::get_if<HandedLink>(&given)) {
+    return item.kind == Inbox::Item::Kind::link && item.name == link->link;
+  }
+  const auto* file = std::get_if<HandedFile>(&given);
+  return file != nullptr && item.kind == Inbox::Item::Kind::file && item.name == file->name &&
+         contentsOfFile(item.path) == file->contents;
 }
 
 // Absent for what is no item of the inbox.
@@ -115,26 +126,35 @@ class Inbox::Impl {
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
 
-  std::optional<Refusal> keep(const HandedOver& given) {
-    if (const auto* refusal = std::get_if<Refusal>(&given)) {
-      return *refusal;
+  // Writes all first, and makes sure of the disk once.
+  std::vector<Refusal> take(const std::vector<std::string>& given) {
+    const std::lock_guard guard(mutex_);
+    std::vector<Refusal> refusals;
+    std::vector<Draft> drafts;
+    const std::vector<Item> before = waiting();
+    for (const std::string& one : given) {
+      const HandedOver looked = lookAtHandedOver(one);
+      if (std::any_of(before.begin(), before.end(), [&](const Item& item) { return isSame(item, looked); })) {
+        continue;
+      }
+      if (const auto* refusal = std::get_if<Refusal>(&looked)) {
+        refusals.push_back(*refusal);
+      } else if (const auto* link = std::get_if<HandedLink>(&looked)) {
+        draft({.name = "link", .shown = link->link, .ending = kLinkEnding}, link->link, drafts, refusals);
+      } else if (const auto* file = std::get_if<HandedFile>(&looked)) {
+        draft({.name = file->name, .shown = file->name, .ending = kFileEnding}, file->contents, drafts,
+              refusals);
+      }
     }
-    const auto* link = std::get_if<HandedLink>(&given);
-    const auto* file = std::get_if<HandedFile>(&given);
-    try {
-      link != nullptr ? keep("link", link->link, kLinkEnding) : keep(file->name, file->contents, kFileEnding);
-      return std::nullopt;
-    } catch (const std::system_error& error) {
-      return Refusal{link != nullptr ? link->link : file->name,
-                     format("It cannot be kept in %@: %@.", folder_.string(), error.code().message())};
-    }
+    keep(drafts, refusals);
+    return refusals;
   }
 
   std::vector<Item> waiting() const {
     std::vector<Item> items;
     std::error_code ignored;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder_, ignored)) {
-      if (auto item = itemIn(entry.path())) {
+      if (auto item = itemIn(entry.path()); item && !isFinished(*item)) {
         items.push_back(std::move(*item));
       }
     }
@@ -146,9 +166,14 @@ class Inbox::Impl {
   void drop(const Item& item) {
     const fs::path from = fs::path(item.path).parent_path();
     const fs::path gone = folder_ / (kFinished + from.filename().string());
-    std::error_code ignored;
-    fs::rename(from, gone, ignored);
-    fs::remove_all(gone, ignored);
+    std::error_code error;
+    fs::rename(from, gone, error);
+    if (error) {  // it must not be delivered again all the same
+      log("%@ cannot be taken out of the inbox: %@", from.string(), error.message());
+      const std::lock_guard guard(finishedMutex_);
+      finished_.insert(from.filename());
+    }
+    fs::remove_all(gone, error);
   }
 
   bool mayDeliver() {
@@ -171,31 +196,73 @@ class Inbox::Impl {
   const std::string& folder() const { return folder_.native(); }
 
  private:
-  // Into a folder that nobody looks into, and from there to the first number that is free.
-  void keep(const std::string& name, std::string_view contents, const char* ending) {
-    const std::lock_guard guard(mutex_);
-    fs::create_directories(folder_);
-    const fs::path unfinished = folder_ / format("%@%d-%d", kUnfinished, getpid(), ++unfinished_);
-    fs::create_directory(unfinished);
+  // One thing on its way into the inbox.
+  struct Draft {
+    std::string name;    // of its file
+    std::string shown;   // to people
+    const char* ending;  // of its folder
+    fs::path folder = {};
+  };
+
+  Refusal refusalOf(const Draft& draft, const std::error_code& error) const {
+    std::error_code ignored;
+    fs::remove_all(draft.folder, ignored);
+    return {draft.shown, format("It cannot be kept in %@: %@.", folder_.string(), error.message())};
+  }
+
+  // Into a folder that nobody looks into.
+  void draft(Draft draft, std::string_view contents, std::vector<Draft>& drafts,
+             std::vector<Refusal>& refusals) {
     try {
-      writeFile(unfinished / name, contents);
-      Opened(unfinished, O_RDONLY | O_DIRECTORY).flushToDisk();
-      giveNumber(unfinished, ending);
-      Opened(folder_, O_RDONLY | O_DIRECTORY).flushToDisk();
-    } catch (...) {
-      std::error_code ignored;
-      fs::remove_all(unfinished, ignored);
-      throw;
+      fs::create_directories(folder_);
+      do {
+        draft.folder = folder_ / format("%@%d-%d", kUnfinished, getpid(), ++unfinished_);
+      } while (!fs::create_directory(draft.folder));
+      writeFile(draft.folder / draft.name, contents);
+      drafts.push_back(std::move(draft));
+    } catch (const std::system_error& error) {
+      refusals.push_back(refusalOf(draft, error.code()));
     }
   }
 
-  // Another program may take the same number at the same moment: one with another ending stands beside, and
-  // their order is anybody's.
-  void giveNumber(const fs::path& unfinished, const char* ending) {
-    for (std::uint64_t number = lastNumber() + 1;; ++number) {
+  void keep(const std::vector<Draft>& drafts, std::vector<Refusal>& refusals) {
+    std::size_t kept = 0;
+    try {
+      flushToDisk(drafts);
+      for (; kept < drafts.size(); ++kept) {
+        giveNumber(drafts[kept]);
+      }
+      if (!drafts.empty()) {
+        Opened(folder_, O_RDONLY | O_DIRECTORY).flushToDisk();
+      }
+    } catch (const std::system_error& error) {
+      for (; kept < drafts.size(); ++kept) {
+        refusals.push_back(refusalOf(drafts[kept], error.code()));
+      }
+    }
+  }
+
+  // Few are made sure of one by one: whatever else is on its way to the disk need not be waited for.
+  void flushToDisk(const std::vector<Draft>& drafts) const {
+    if (drafts.size() > kFew) {
+      const Opened all(folder_, O_RDONLY | O_DIRECTORY);
+      return syncfs(all.get()) == 0 ? void() : raiseErrno();
+    }
+    for (const Draft& draft : drafts) {
+      Opened(draft.folder / draft.name, O_RDONLY).flushToDisk();
+      Opened(draft.folder, O_RDONLY | O_DIRECTORY).flushToDisk();
+    }
+  }
+
+  // The first that is free; none is given twice, for somebody may still speak of one that went. Another
+  // program may take the same number at the same moment: one with another ending stands beside, and their
+  // order is anybody's.
+  void giveNumber(const Draft& draft) {
+    for (lastGiven_ = std::max(lastGiven_, lastNumber());;) {
       std::error_code error;
-      fs::rename(unfinished, folder_ / format("%012llu%@", static_cast<unsigned long long>(number), ending),
-                 error);
+      ++lastGiven_;
+      const auto number = static_cast<unsigned long long>(lastGiven_);
+      fs::rename(draft.folder, folder_ / format("%012llu%@", number, draft.ending), error);
       if (!error) {
         return;
       }
@@ -203,6 +270,11 @@ class Inbox::Impl {
         throw std::system_error(error);
       }
     }
+  }
+
+  bool isFinished(const Item& item) const {
+    const std::lock_guard guard(finishedMutex_);
+    return finished_.count(fs::path(item.path).parent_path().filename()) > 0;
   }
 
   std::uint64_t lastNumber() const {
@@ -232,6 +304,9 @@ class Inbox::Impl {
   std::mutex mutex_;
   std::atomic<int> lock_ = -1;  // the lock's file, while it is ours
   int unfinished_ = 0;
+  std::uint64_t lastGiven_ = 0;
+  mutable std::mutex finishedMutex_;
+  std::set<std::string> finished_;  // the folders that could not be taken out
 };
 
 Inbox::Inbox(std::string folder, std::function<void()> changed)
@@ -240,12 +315,11 @@ Inbox::Inbox(std::string folder, std::function<void()> changed)
 Inbox::~Inbox() = default;
 
 std::vector<Refusal> Inbox::take(const std::vector<std::string>& given) {
-  std::vector<Refusal> refusals;
-  for (const std::string& one : given) {
-    if (std::optional<Refusal> refusal = impl_->keep(lookAtHandedOver(one))) {
-      log("%@ is not added: %@", refusal->name, refusal->why);
-      refusals.push_back(std::move(*refusal));
-    }
+  ++taking_;
+  std::vector<Refusal> refusals = impl_->take(given);
+  --taking_;
+  for (const Refusal& refusal : refusals) {
+    log("%@ is not added: %@", refusal.name, refusal.why);
   }
   if (refusals.size() < given.size()) {
     impl_->changed()();

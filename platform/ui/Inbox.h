@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -31,9 +32,13 @@ class Inbox final {
   Inbox(const Inbox&) = delete;
   Inbox& operator=(const Inbox&) = delete;
 
-  // Keeps links and files, those named first before the others; they are on the disk when this returns. What
-  // cannot be added, or kept, is told. Blocks.
+  // Keeps links and files, those named first before the others, but those that wait already; they are on the
+  // disk when this returns. What cannot be added, or kept, is told. Blocks. The changed function is called
+  // before it returns.
   std::vector<Refusal> take(const std::vector<std::string>& given);
+
+  // Whether somebody is putting things in: there is more to come.
+  bool isTaking() const { return taking_ > 0; }
 
   // What waits, oldest first.
   std::vector<Item> waiting() const;
@@ -49,6 +54,7 @@ class Inbox final {
  private:
   class Impl;
   std::unique_ptr<Impl> impl_;
+  std::atomic<int> taking_{0};
 };
 
 // $XDG_STATE_HOME/seedmote/inbox, by default in ~/.local/state.

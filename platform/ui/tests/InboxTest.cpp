@@ -93,6 +93,8 @@ TEST_F(InboxTest, SaysWhatCannotBeAddedAndWhy) {
 
 TEST_F(InboxTest, OneDeliversAndClearsWhatAnotherLeftHalfDone) {
   inbox.take({"magnet:?a"});
+  EXPECT_TRUE(Inbox(place, [] {}).take({"magnet:?a"}).empty());
+  EXPECT_THAT(names(inbox), ElementsAre("magnet:?a"));
   const std::string dead = place + "/.new-999999999-1";
   fs::create_directory(dead);
   ASSERT_TRUE(inbox.mayDeliver());
