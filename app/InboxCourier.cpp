@@ -27,7 +27,7 @@ using platform::services;
 namespace {
 
 constexpr double kLongestPause = 60;
-constexpr int kMostTries = 5;
+constexpr int kMostTries = 3;
 constexpr std::size_t kNamesShown = 8;
 constexpr qsizetype kLettersShown = 70;
 
@@ -246,6 +246,7 @@ void InboxCourier::deliverFirst(const Inbox::Item& item) {
     outcome = RVTrans::takeLatestAdd().value_or(outcome);
   }
   delivering_ = false;
+  stale_ = true;  // whoever comes next must not find it again
   if (outcome.isOver()) {
     inbox_.drop(item);
   }

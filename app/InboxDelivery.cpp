@@ -85,7 +85,7 @@ std::string InboxDelivery::summary() const {
 }
 
 std::string refusalLine(const std::string& name, const AddOutcome& outcome) {
-  return name + ": " + outcome.result.value_or("the daemon's answer could not be read");
+  return name + ": " + outcome.result.value_or("");
 }
 
 }  // namespace seedmote

@@ -25,7 +25,10 @@ Intake::Intake()
 Intake::~Intake() = default;
 
 void Intake::take(const std::vector<std::string>& given) {
-  std::vector<platform::Refusal> refusals = inbox_.take(given);
+  tell(inbox_.take(given));
+}
+
+void Intake::tell(std::vector<platform::Refusal> refusals) {
   if (!refusals.empty()) {
     services().main.post([refusals = std::move(refusals)] { InboxCourier::tell(refusals); },
                          MainThread::Lane::ordinary, "inbox");

@@ -24,6 +24,9 @@ class Intake final {
   // services; blocks until all is on the disk.
   void take(const std::vector<std::string>& given);
 
+  // Says in the window what could not be taken. Any thread.
+  static void tell(std::vector<platform::Refusal> refusals);
+
   // Delivers from now on, until stopDelivering(). `delegate` has its window. Main thread.
   void deliverTo(RVAppDelegate& delegate);
   void stopDelivering();

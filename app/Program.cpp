@@ -145,17 +145,14 @@ int Program::storeSettings(int argc, char** argv) {
   return SettingsCommand(store, std::cin, std::cerr).run(line_.settings);
 }
 
-// It is delivered when that Seedmote, or the next one, can do so.
-int Program::keepForLater(const std::vector<std::string>& uris) {
-  if (!uris.empty()) {
-    const std::vector<platform::Refusal> refusals =
-        platform::Inbox(platform::standardInboxFolder(), [] {}).take(uris);
-    for (const platform::Refusal& refusal : refusals) {
-      std::cerr << "seedmote: " << refusal.name << " is not added: " << refusal.why << '\n';
-    }
-    std::cerr << "seedmote: what was handed over is kept until then.\n";
+// Before anything else can go wrong: the Seedmote that runs, or the next one that can, delivers it.
+std::vector<platform::Refusal> Program::keep(const std::vector<std::string>& uris) {
+  std::vector<platform::Refusal> refusals =
+      platform::Inbox(platform::standardInboxFolder(), [] {}).take(uris);
+  for (const platform::Refusal& refusal : refusals) {
+    std::cerr << "seedmote: " << refusal.name << " is not added: " << refusal.why << '\n';
   }
-  return 1;
+  return refusals;
 }
 
 // The exit code when another Seedmote is there, and was asked to do what this one was to.
@@ -169,7 +166,8 @@ std::optional<int> Program::handOver(const std::vector<std::string>& uris) const
       return 1;
     case HandOver::Outcome::noAnswer:
       std::cerr << "seedmote: the Seedmote that is open already does not answer. If that lasts, end it.\n";
-      return keepForLater(uris);
+      keep(uris);
+      return 1;
     case HandOver::Outcome::taken:
       break;
   }
@@ -186,6 +184,7 @@ int Program::showWindow(int argc, char** argv) {
   if (const std::optional<int> code = isAlone() ? std::nullopt : handOver(uris)) {
     return *code;
   }
+  const std::vector<platform::Refusal> refusals = keep(uris);
   if (!hasWindowSystem()) {
     std::cerr << "seedmote: there is no window system: neither WAYLAND_DISPLAY nor DISPLAY is set.\n"
                  "Start it in a Wayland or X session, or with QT_QPA_PLATFORM=offscreen.\n";
@@ -202,10 +201,10 @@ int Program::showWindow(int argc, char** argv) {
   services.beforeAbandoning([this](int code) { restart_->carryOut(code); });
   QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                    [] { platform::services().main.quit(); });
-  return runWindow(intake, uris);
+  return runWindow(intake, refusals);
 }
 
-int Program::runWindow(Intake& intake, const std::vector<std::string>& uris) {
+int Program::runWindow(Intake& intake, const std::vector<platform::Refusal>& refusals) {
   const bool alone = isAlone();
   const RealUiServices uiServices;
   const SignalWatcher signalWatcher([] { platform::services().main.quit(); });
@@ -213,11 +212,10 @@ int Program::runWindow(Intake& intake, const std::vector<std::string>& uris) {
   RVAppDelegate delegate(store);
   DesktopService desktop(callbacksFor(delegate, intake));
   while (!alone && desktop.claim() == DesktopService::Claim::elsewhere) {  // somebody was quicker
-    if (const std::optional<int> code = handOver(uris)) {
+    if (const std::optional<int> code = handOver({})) {  // it finds in the inbox what this one was given
       return *code;
     }
   }
-  intake.take(uris);
 
   store.loadUserSetting();
   OvProgressHUD::sharedView()->setTextMeasure(overlayTextMeasure());
@@ -232,6 +230,7 @@ int Program::runWindow(Intake& intake, const std::vector<std::string>& uris) {
     snapshot.emplace(*line_.snapshot, delegate.window(), delegate.torrentListController());
   } else {
     intake.deliverTo(delegate);
+    Intake::tell(refusals);
   }
   const int code = QGuiApplication::exec();
   main.quit(code);  // whatever ended the loop, while all that hears of it is still there

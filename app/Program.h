@@ -6,6 +6,7 @@
 
 #include "app/CommandLine.h"
 #include "app/Restart.h"
+#include "platform/ui/HandedOver.h"
 
 namespace seedmote {
 
@@ -21,10 +22,10 @@ class Program final {
 
  private:
   int storeSettings(int argc, char** argv);
-  static int keepForLater(const std::vector<std::string>& uris);
+  static std::vector<platform::Refusal> keep(const std::vector<std::string>& uris);
   std::optional<int> handOver(const std::vector<std::string>& uris) const;
   int showWindow(int argc, char** argv);
-  int runWindow(Intake& intake, const std::vector<std::string>& uris);
+  int runWindow(Intake& intake, const std::vector<platform::Refusal>& refusals);
   // A picture is of a window of its own, which takes nothing from others and sends them nothing.
   bool isAlone() const { return line_.snapshot.has_value(); }
 

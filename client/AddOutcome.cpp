@@ -7,7 +7,7 @@ AddOutcome AddOutcome::of(const RVSOAPResult& last, bool wasSentAgain) {
   outcome.statuscode = last.statuscode;
   outcome.outcome = last.outcome;
   outcome.wasSentAgain = wasSentAgain;
-  if (!outcome.isOver()) {
+  if (outcome.statuscode != "200") {
     return outcome;
   }
   const json::Value answer = last.getResponseDict();

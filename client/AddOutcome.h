@@ -18,8 +18,9 @@ struct AddOutcome {
 
   static AddOutcome of(const RVSOAPResult& last, bool wasSentAgain);
 
-  // The daemon has dealt with the torrent, for good or ill: nothing is to be sent again.
-  bool isOver() const { return statuscode == "200"; }
+  // The daemon has dealt with the torrent, for good or ill: nothing is to be sent again. An answer without
+  // its word is another server's.
+  bool isOver() const { return statuscode == "200" && result; }
   bool isAdded() const { return isOver() && result == "success"; }
 };
 

@@ -1,5 +1,6 @@
 #include "platform/ui/HandedOver.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <filesystem>
@@ -44,6 +45,12 @@ HandedOver lookAtLink(const std::string& scheme, const std::string& given) {
   const std::string shown = given.substr(0, kShownOfLink);
   if (given.size() > kLongestLink) {
     return Refusal{shown, "The link is too long."};
+  }
+  const bool hasControls =
+      std::any_of(given.begin(), given.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; });
+  const std::size_t after = given.find_first_not_of('/', scheme.size() + 1);
+  if (hasControls || after == std::string::npos || given.substr(after) == "?") {
+    return Refusal{shown, "It is no whole link."};
   }
   return HandedLink{scheme == "magnet" ? plainMagnet(given) : given};
 }

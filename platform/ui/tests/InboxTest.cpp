@@ -80,7 +80,10 @@ TEST_F(InboxTest, SaysWhatCannotBeAddedAndWhy) {
       {"file://elsewhere/x", "machine"},
       {"x.torrent", "machine"},
       {"", "machine"},
-      {"magnet:" + std::string(2 << 20, 'x'), "too long"}};
+      {"magnet:" + std::string(2 << 20, 'x'), "too long"},
+      {"magnet:", "whole"},
+      {"http://", "whole"},
+      {"magnet:?xt=1\n2", "whole"}};
   for (const auto& [what, why] : cases) {
     const std::vector<Refusal> refusals = inbox.take({what});
     ASSERT_EQ(refusals.size(), 1U) << what.substr(0, 80);
