@@ -11,7 +11,6 @@
 #include "platform/core/Log.h"
 #include "platform/core/MainThread.h"
 #include "platform/core/Services.h"
-#include "platform/core/Shared.h"
 #include "platform/ui/Alerts.h"
 #include "platform/ui/UiServices.h"
 #include "screens/EmptyState.h"
@@ -54,23 +53,18 @@ bool isFile(const Inbox::Item& item) {
 
 }  // namespace
 
-// The files under way, for the thread that sends them.
-struct InboxCourier::Together {
-  platform::Shared<Items> files;
-};
-
 InboxCourier::InboxCourier(Inbox& inbox, RVAppDelegate& delegate)
     : inbox_(inbox),
       delegate_(delegate),
-      together_(std::make_shared<Together>()),
+      sending_(std::make_shared<platform::Shared<Items>>()),
       poll_(services().main, services().threads, "inbox question",
             [this]() -> platform::BackgroundPoll::Apply {
               const bool reachable = RVTrans::isReachable();
               return [this, reachable] { hearDaemon(reachable); };
             }),
       batch_(services().main, services().threads, "inbox",
-             [this, &inbox, together = together_]() -> platform::BackgroundPoll::Apply {
-               const InboxDelivery delivery = InboxDelivery::of(inbox, together->files.get());
+             [this, &inbox, sending = sending_]() -> platform::BackgroundPoll::Apply {
+               const InboxDelivery delivery = InboxDelivery::of(inbox, sending->get());
                return [this, delivery] { settleTogether(delivery); };
              }) {
   inbox_.mayDeliver();  // makes the folder
@@ -93,6 +87,10 @@ void InboxCourier::look() {
 // Whoever puts something in may not have ended yet.
 void InboxCourier::lookSoon() {
   stale_ = true;
+  lookOften();
+}
+
+void InboxCourier::lookOften() {
   if (!timer_.isActive()) {
     timer_ = services().timers.repeat("inbox", kLookSeconds, [this] {
       looked_ = true;
@@ -138,8 +136,7 @@ void InboxCourier::readInbox() {
     stuck_.clear();
     looked_ = false;
   } else {
-    lookSoon();
-    stale_ = false;
+    lookOften();
   }
 }
 
@@ -147,9 +144,8 @@ void InboxCourier::readInbox() {
 
 void InboxCourier::showNotice() {
   InboxNotice& notice = *delegate_.mainViewController().inboxNotice();
-  if (delivering_ && together_->files.get().size() > 1) {
-    notice.show(QString::fromStdString(format("Adding %lu torrents...", together_->files.get().size())),
-                false);
+  if (delivering_ && sending_->get().size() > 1) {
+    notice.show(QString::fromStdString(format("Adding %lu torrents...", sending_->get().size())), false);
   } else if (delivering_ || waiting_.empty() || !looked_ || !inbox_.mayDeliver()) {
     notice.show({}, false);
   } else {
@@ -222,7 +218,7 @@ void InboxCourier::tell(const std::vector<platform::Refusal>& refusals) {
 void InboxCourier::deliver(const Items& next) {
   const Items files(next.begin(), std::find_if_not(next.begin(), next.end(), isFile));
   delivering_ = true;
-  together_->files.set(files);
+  sending_->set(files);
   showNotice();
   if (files.size() > 1) {
     log("Adding %lu torrent files\n", files.size());
@@ -278,7 +274,7 @@ void InboxCourier::settleFirst(const Inbox::Item& item, const AddOutcome& outcom
 
 void InboxCourier::settleTogether(const InboxDelivery& delivery) {
   delivering_ = false;
-  const Items files = together_->files.get();
+  const Items files = sending_->get();
   std::string summary = delivery.summary();
   if (delivery.trouble) {
     hold(files.at(delivery.settled), *delivery.trouble);

@@ -11,6 +11,7 @@
 #include "app/InboxDelivery.h"
 #include "platform/core/BackgroundPoll.h"
 #include "platform/core/Clock.h"
+#include "platform/core/Shared.h"
 #include "platform/core/Timers.h"
 #include "platform/ui/Inbox.h"
 
@@ -41,9 +42,9 @@ class InboxCourier final {
 
  private:
   using Items = std::vector<platform::Inbox::Item>;
-  struct Together;
 
   void lookSoon();
+  void lookOften();
   void goOn();
   Items pending();
   void readInbox();
@@ -72,8 +73,8 @@ class InboxCourier final {
   int tries_ = 0;                      // of that
   std::set<std::uint64_t> stuck_;      // what is left alone until the user asks for it
   platform::Clock::Duration nextAsk_{};
-  double connectPause_ = kAskSeconds;  // between two attempts to connect
-  std::shared_ptr<Together> together_;
+  double connectPause_ = kAskSeconds;                 // between two attempts to connect
+  std::shared_ptr<platform::Shared<Items>> sending_;  // the files under way, for the thread that sends them
   platform::BackgroundPoll poll_;
   platform::BackgroundPoll batch_;
   platform::Timers::Handle timer_;
