@@ -6,13 +6,11 @@
 #include <QElapsedTimer>
 #include <QStringList>
 #include <QVariantMap>
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
 
 #include "app/DesktopService.h"
+#include "platform/ui/HandedOver.h"
 
 namespace seedmote {
 
@@ -76,24 +74,11 @@ HandOver::Result send(const QDBusConnection& bus, const QDBusMessage& call) {
   return {HandOver::Outcome::noAnswer, {}};
 }
 
-bool isScheme(std::string_view text) {
-  return !text.empty() && std::isalpha(static_cast<unsigned char>(text.front())) != 0 &&
-         std::ranges::all_of(text, [](char letter) {
-           return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '+' || letter == '-' ||
-                  letter == '.';
-         });
-}
-
 // A file's name may have a colon in it, too.
 bool isLink(const std::string& given) {
-  const std::size_t colon = given.find(':');
-  if (colon == std::string::npos || !isScheme(std::string_view(given).substr(0, colon))) {
-    return false;
-  }
-  std::string scheme = given.substr(0, colon);
-  std::ranges::transform(scheme, scheme.begin(),
-                         [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-  return scheme == "magnet" || scheme == "file" || given.compare(colon, 3, "://") == 0;
+  const std::string scheme = platform::schemeOf(given);
+  return scheme == "magnet" || scheme == "file" ||
+         (!scheme.empty() && given.compare(scheme.size(), 3, "://") == 0);
 }
 
 }  // namespace

@@ -133,6 +133,7 @@ void InboxCourier::readInbox() {
     timer_.stop();
     hold_ = false;
     trouble_.reset();
+    tries_ = 0;  // the next item may have the same number
     stuck_.clear();
     looked_ = false;
   } else {

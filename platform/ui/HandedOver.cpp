@@ -18,19 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kShownOfLink = 80;
 
-std::string schemeOf(std::string_view given) {
-  const std::size_t colon = given.find(':');
-  std::string scheme;
-  for (const char letter : given.substr(0, colon == std::string_view::npos ? 0 : colon)) {
-    const auto byte = static_cast<unsigned char>(letter);
-    if (std::isalnum(byte) == 0 && letter != '+' && letter != '-' && letter != '.') {
-      return {};
-    }
-    scheme += static_cast<char>(std::tolower(byte));
-  }
-  return scheme;
-}
-
 // Browsers and file managers put slashes behind the colon, as if a magnet link named a host.
 std::string plainMagnet(const std::string& link) {
   const std::size_t question = link.find('?');
@@ -105,6 +92,22 @@ HandedOver lookAtFile(const std::string& given) {
 }
 
 }  // namespace
+
+std::string schemeOf(std::string_view given) {
+  const std::size_t colon = given.find(':');
+  if (given.empty() || std::isalpha(static_cast<unsigned char>(given.front())) == 0) {
+    return {};
+  }
+  std::string scheme;
+  for (const char letter : given.substr(0, colon == std::string_view::npos ? 0 : colon)) {
+    const auto byte = static_cast<unsigned char>(letter);
+    if (std::isalnum(byte) == 0 && letter != '+' && letter != '-' && letter != '.') {
+      return {};
+    }
+    scheme += static_cast<char>(std::tolower(byte));
+  }
+  return scheme;
+}
 
 HandedOver lookAtHandedOver(const std::string& given) {
   const std::string scheme = given.starts_with('/') ? "" : schemeOf(given);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace seedmote::platform {
@@ -21,6 +23,9 @@ struct Refusal {
   std::string name;
   std::string why;
 };
+
+// In small letters; empty for what begins with none (RFC 3986, section 3.1).
+std::string schemeOf(std::string_view given);
 
 using HandedOver = std::variant<HandedLink, HandedFile, Refusal>;
 
