@@ -2,10 +2,9 @@ import QtQuick
 import Seedmote.App
 import Seedmote.Platform
 import Seedmote.Screens
-import Seedmote.Widgets
 
 // The regions of the root screen, alike on phone and tablet. The other views are stacked into it at launch;
-// the overlay and alerts stand above them all.
+// what comes up on occasion stands above them all (FrontView).
 ViewItem {
     id: main
 
@@ -49,25 +48,5 @@ ViewItem {
 
     ViewItem {
         geometry: main.controller.adView
-    }
-
-    InboxBar {
-        x: 12
-        y: parent.height - height - 12
-        z: 98
-        width: Math.min(560, parent.width - 84)  // beside the action bar
-        notice: main.controller.inboxNotice
-    }
-
-    OverlayView {
-        anchors.fill: parent
-        z: 100
-        hud: main.controller.overlay
-    }
-
-    AlertPanel {
-        anchors.fill: parent
-        z: 101
-        alerts: main.controller.alerts
     }
 }

@@ -63,11 +63,13 @@ bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) 
   makeShortcuts();
   placeViews();
   slideAside();
+  loadHiddenViewsLater();
   QObject::connect(rootView_, &RootView::sizeChanged, rootView_, [this] { placeViews(); });
   sessionWatcher_ = std::make_unique<SessionWatcher>();
   const std::optional<WindowPlace> before = WindowPlace::take();
   before ? before->show(*window_) : window_->show();
   if (options.url) {
+    loadHiddenViews();  // a message comes up at once
     handleOpenURL(options.url);
   }
   return true;
@@ -116,7 +118,7 @@ QQuickItem* RVAppDelegate::load(const char* controllerName, QObject& controller,
   return layouts_->load(platform::LayoutLoader::layoutName(controllerName, idiom()), controller, parent);
 }
 
-// Each view is loaded when it is stacked.
+// Each view that is to be seen is loaded when it is stacked.
 void RVAppDelegate::stackViews() {
   RVMainViewController& main = *mainViewController_;
   ViewStack& stack = main.subviews();
@@ -125,25 +127,24 @@ void RVAppDelegate::stackViews() {
   main.viewDidLoad();
 
   RVRightBarController& rightBar = *main.rightBarViewController();
-  std::vector<QQuickItem*> keyOrder{layouts_->load(
-      platform::LayoutLoader::layoutName("RVRightBarController", Idiom::tablet), rightBar, mainView_)};
+  rightBarView_ = layouts_->load(platform::LayoutLoader::layoutName("RVRightBarController", Idiom::tablet),
+                                 rightBar, mainView_);
   rightBar.viewDidLoad();
   stack.addSubview(*rightBar.view());
 
   const platform::ViewGeometry* above = main.rightBarView();
   if (torrentInfoViewController_) {
-    keyOrder.push_back(load("RVTorrentDetailController", *torrentInfoViewController_, mainView_));
     torrentInfoViewController_->viewDidLoad();
     stack.insertSubview(*torrentInfoViewController_->view(), *above);
     above = torrentInfoViewController_->view();
   }
-  keyOrder.push_back(load("RVTorrentListController", *torrentListController_, mainView_));
+  QQuickItem* const list = load("RVTorrentListController", *torrentListController_, mainView_);
   torrentListController_->viewDidLoad();
   stack.insertSubview(*torrentListController_->view(), *above);
-  keyOrder.push_back(load("RVFilterBarController", *filterBarController_, mainView_));
+  QQuickItem* const filters = load("RVFilterBarController", *filterBarController_, mainView_);
   filterBarController_->viewDidLoad();
   stack.insertSubview(*filterBarController_->view(), *torrentListController_->view());
-  orderKeys({keyOrder.rbegin(), keyOrder.rend()});
+  orderKeys({filters, list, rightBarView_});
 }
 
 // Tab goes from one child to the next, which says nothing about what lies above what: from the filters at the
@@ -155,11 +156,30 @@ void RVAppDelegate::orderKeys(const std::vector<QQuickItem*>& views) {
   }
 }
 
+// A fifth of what a start has to load is not to be seen yet, and must not hold the first picture up.
+void RVAppDelegate::loadHiddenViewsLater() {
+  const auto load = [this] {
+    platform::services().main.guard("hidden views", [this] { loadHiddenViews(); });
+  };
+  QObject::connect(window_.get(), &QQuickWindow::frameSwapped, window_.get(), load,
+                   static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+void RVAppDelegate::loadHiddenViews() {
+  if (frontView_ != nullptr) {
+    return;
+  }
+  if (torrentInfoViewController_) {
+    load("RVTorrentDetailController", *torrentInfoViewController_, mainView_)->stackBefore(rightBarView_);
+  }
+  frontView_ = layouts_->load(QStringLiteral("FrontView"), *mainViewController_, mainView_);
+  layouts_->load(QStringLiteral("ShortcutsOverlay"), *shortcuts_, frontView_);
+}
+
 void RVAppDelegate::makeShortcuts() {
   shortcuts_ = std::make_unique<Shortcuts>(Shortcuts::Screens{
       *mainViewController_->rightBarViewController(), *filterBarController_, *torrentListController_,
       torrentInfoViewController_.get(), [this] { window_->close(); }});
-  layouts_->load(QStringLiteral("ShortcutsOverlay"), *shortcuts_, mainView_);
   shortcuts_->listenTo(*window_);
 }
 

@@ -69,6 +69,8 @@ class RVAppDelegate final {
   void wire();
   void orderKeys(const std::vector<QQuickItem*>& views);
   void makeShortcuts();
+  void loadHiddenViewsLater();
+  void loadHiddenViews();
   void slideAside();
   void placeViews();
   QQuickItem* load(const char* controllerName, QObject& controller, QQuickItem* parent);
@@ -91,6 +93,8 @@ class RVAppDelegate final {
   std::optional<platform::LayoutLoader> layouts_;
   RootView* rootView_ = nullptr;
   QQuickItem* mainView_ = nullptr;
+  QQuickItem* rightBarView_ = nullptr;
+  QQuickItem* frontView_ = nullptr;
   std::unique_ptr<QQuickItem> panelView_;
   RVSettingsViewController* panel_ = nullptr;
 };

@@ -8,7 +8,7 @@ Item {
     required property Shortcuts controller
 
     anchors.fill: parent
-    z: 99
+    z: 1
     visible: overlay.controller.shown
 
     Rectangle {

@@ -13,7 +13,6 @@ SharpImage {
     property int step: 0  // of eight, there and back
 
     picture: icon.torrent.imageStatus
-    fillMode: Image.PreserveAspectFit
     rotation: icon.torrent.shaking ? icon.torrent.shakeDegrees * (1 - Math.abs(icon.step - 4) / 2) : 0
 
     Rectangle {

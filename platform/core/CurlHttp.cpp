@@ -1,7 +1,5 @@
 #include "platform/core/CurlHttp.h"
 
-#include <curl/curl.h>
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -25,11 +23,6 @@ using std::chrono::steady_clock;
 
 constexpr int kMostRedirects = 16;
 constexpr std::size_t kMostIdle = 4;
-
-void startCurl() {
-  static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
-  (void)started;  // a failure shows in the first exchange
-}
 
 HttpAnswer failure(HttpError error, std::string message) {
   HttpAnswer answer;
@@ -164,9 +157,7 @@ class CurlHttp::Lease {
 };
 
 CurlHttp::CurlHttp(std::size_t largestAnswer)
-    : largestAnswer_(largestAnswer), pool_(std::make_unique<Pool>()) {
-  startCurl();
-}
+    : largestAnswer_(largestAnswer), pool_(std::make_unique<Pool>()) {}
 
 CurlHttp::~CurlHttp() {
   cancelAll();

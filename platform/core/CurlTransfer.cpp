@@ -23,7 +23,7 @@ constexpr long kReceiveBuffer = 128 << 10;
 
 }  // namespace
 
-CurlConnections::CurlConnections() : multi_(curl_multi_init(), curl_multi_cleanup) {
+CurlConnections::CurlConnections() : multi_(curl().multi_init(), curl().multi_cleanup) {
   if (!multi_) {
     throw std::runtime_error("No HTTP connection could be prepared.");
   }
@@ -36,7 +36,7 @@ CurlTransfer::CurlTransfer(CurlConnections& connections, const HttpRequest& requ
       request_(request),
       largestAnswer_(largestAnswer),
       cancelled_(cancelled),
-      easy_(curl_easy_init(), curl_easy_cleanup) {
+      easy_(curl().easy_init(), curl().easy_cleanup) {
   if (!easy_) {
     throw std::runtime_error("No HTTP request could be prepared.");
   }
@@ -50,23 +50,23 @@ HttpAnswer CurlTransfer::perform(std::chrono::milliseconds patience) {
   if (setupFailure_ != CURLE_OK) {
     return answerOf(setupFailure_);
   }
-  if (curl_multi_add_handle(connections_.multi(), easy_.get()) != CURLM_OK) {
+  if (curl().multi_add_handle(connections_.multi(), easy_.get()) != CURLM_OK) {
     return answerOf(CURLE_FAILED_INIT);
   }
   const CURLcode code = drive();
-  curl_multi_remove_handle(connections_.multi(), easy_.get());
+  curl().multi_remove_handle(connections_.multi(), easy_.get());
   return answerOf(code);
 }
 
 std::string CurlTransfer::redirectUrl() const {
   char* url = nullptr;
-  curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &url);
+  curl().easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &url);
   return url ? url : "";
 }
 
 template <class Value>
 void CurlTransfer::set(CURLoption option, Value value) {
-  const CURLcode code = curl_easy_setopt(easy_.get(), option, value);
+  const CURLcode code = curl().easy_setopt(easy_.get(), option, value);
   if (setupFailure_ == CURLE_OK) {
     setupFailure_ = code;
   }
@@ -91,7 +91,7 @@ void CurlTransfer::setRequest() {
 
 void CurlTransfer::setHeaders() {
   const auto add = [this](const std::string& line) {
-    curl_slist* longer = curl_slist_append(headers_.get(), line.c_str());
+    curl_slist* longer = curl().slist_append(headers_.get(), line.c_str());
     if (!longer) {
       throw std::bad_alloc();
     }
@@ -134,22 +134,22 @@ CURLcode CurlTransfer::drive() {
     if (stopWhenCancelled()) {
       return CURLE_ABORTED_BY_CALLBACK;
     }
-    if (curl_multi_perform(connections_.multi(), &running) != CURLM_OK) {
+    if (curl().multi_perform(connections_.multi(), &running) != CURLM_OK) {
       return CURLE_FAILED_INIT;
     }
-    if (running && curl_multi_poll(connections_.multi(), nullptr, 0, kLongestPoll, nullptr) != CURLM_OK) {
+    if (running && curl().multi_poll(connections_.multi(), nullptr, 0, kLongestPoll, nullptr) != CURLM_OK) {
       return CURLE_FAILED_INIT;
     }
   } while (running);
   int left = 0;
-  const CURLMsg* message = curl_multi_info_read(connections_.multi(), &left);
+  const CURLMsg* message = curl().multi_info_read(connections_.multi(), &left);
   return message && message->msg == CURLMSG_DONE ? message->data.result : CURLE_FAILED_INIT;
 }
 
 HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   HttpAnswer answer;
   long status = 0;
-  curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+  curl().easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
   answer.status = static_cast<int>(status);
   if (ownError_ == HttpError::none && !strange_.empty()) {
     judgeStrangeBytes();
@@ -167,8 +167,8 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
     return answer;
   }
   long osError = 0;
-  curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &osError);
-  answer.message = *text_ ? text_ : curl_easy_strerror(code);
+  curl().easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &osError);
+  answer.message = *text_ ? text_ : curl().easy_strerror(code);
   answer.error = httpErrorOf(code, answer.message, osError);
   if (answer.error == HttpError::closed && headSize_ == 0 && isPlainHttp()) {
     answer.error = HttpError::silent;
@@ -180,8 +180,8 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
 
 bool CurlTransfer::isPlainHttp() const {
   const char* scheme = nullptr;
-  curl_easy_getinfo(easy_.get(), CURLINFO_SCHEME, &scheme);
-  return scheme && curl_strequal(scheme, "http");
+  curl().easy_getinfo(easy_.get(), CURLINFO_SCHEME, &scheme);
+  return scheme && curl().strequal(scheme, "http");
 }
 
 // A TLS server may answer plain HTTP with an alert: record kind 21, version 3.x.
@@ -203,7 +203,7 @@ bool CurlTransfer::stopWhenCancelled() {
 
 void CurlTransfer::reserveBody() {
   curl_off_t length = -1;
-  curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+  curl().easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
   if (length > 0) {
     body_.reserve(std::min({static_cast<std::size_t>(length), kLargestReserve, largestAnswer_}));
   }
@@ -267,7 +267,7 @@ std::size_t CurlTransfer::onData(char* data, std::size_t, std::size_t size, void
 int CurlTransfer::onReadyToSend(void* transfer, char*, char*, int, int) {
   CurlTransfer& self = *static_cast<CurlTransfer*>(transfer);
   long sent = 0;
-  curl_easy_getinfo(self.easy_.get(), CURLINFO_REQUEST_SIZE, &sent);
+  curl().easy_getinfo(self.easy_.get(), CURLINFO_REQUEST_SIZE, &sent);
   if (sent == 0 || self.request_.method != "POST") {
     return CURL_PREREQFUNC_OK;
   }

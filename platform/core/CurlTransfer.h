@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/core/Http.h"
+#include "platform/core/LibCurl.h"
 
 namespace seedmote::platform {
 
@@ -22,7 +23,7 @@ class CurlConnections final {
   CURLM* multi() const { return multi_.get(); }
 
   // Ends the present or next wait of a transfer. Any thread.
-  void wake() const { curl_multi_wakeup(multi_.get()); }
+  void wake() const { curl().multi_wakeup(multi_.get()); }
 
  private:
   std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_;
@@ -69,7 +70,7 @@ class CurlTransfer final {
   const HttpRequest& request_;
   const std::size_t largestAnswer_;
   const std::atomic<bool>& cancelled_;
-  HeaderList headers_{nullptr, curl_slist_free_all};
+  HeaderList headers_{nullptr, curl().slist_free_all};
   CURLcode setupFailure_ = CURLE_OK;
   std::string body_;
   std::string strange_;  // the first bytes of what came instead of HTTP

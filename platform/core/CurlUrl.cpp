@@ -1,8 +1,8 @@
 #include "platform/core/CurlUrl.h"
 
-#include <curl/curl.h>
-
 #include <memory>
+
+#include "platform/core/LibCurl.h"
 
 namespace seedmote::platform {
 namespace {
@@ -11,10 +11,10 @@ using Url = std::unique_ptr<CURLU, decltype(&curl_url_cleanup)>;
 
 std::string part(CURLU* url, CURLUPart what, unsigned flags = 0) {
   char* text = nullptr;
-  if (curl_url_get(url, what, &text, flags) != CURLUE_OK) {
+  if (curl().url_get(url, what, &text, flags) != CURLUE_OK) {
     return {};
   }
-  const std::unique_ptr<char, decltype(&curl_free)> owned(text, curl_free);
+  const std::unique_ptr<char, decltype(&curl_free)> owned(text, curl().free);
   return text;
 }
 
@@ -25,16 +25,16 @@ std::optional<UrlOrigin> originOf(const std::string& url, std::string& why) {
     why = "The address holds a zero byte.";
     return std::nullopt;
   }
-  const Url parsed(curl_url(), curl_url_cleanup);
-  const CURLUcode code = curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_NON_SUPPORT_SCHEME);
+  const Url parsed(curl().url(), curl().url_cleanup);
+  const CURLUcode code = curl().url_set(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_NON_SUPPORT_SCHEME);
   if (code != CURLUE_OK) {
-    why = std::string("The address is not a URL: ") + curl_url_strerror(code) + ".";
+    why = std::string("The address is not a URL: ") + curl().url_strerror(code) + ".";
     return std::nullopt;
   }
   UrlOrigin origin{part(parsed.get(), CURLUPART_SCHEME), part(parsed.get(), CURLUPART_HOST),
                    part(parsed.get(), CURLUPART_PORT, CURLU_DEFAULT_PORT)};
   for (const char* scheme : {"http", "https"}) {
-    if (curl_strequal(origin.scheme.c_str(), scheme)) {
+    if (curl().strequal(origin.scheme.c_str(), scheme)) {
       origin.scheme = scheme;
       return origin;
     }
@@ -44,7 +44,7 @@ std::optional<UrlOrigin> originOf(const std::string& url, std::string& why) {
 }
 
 bool headersMayFollow(const UrlOrigin& from, const UrlOrigin& to) {
-  if (!curl_strequal(from.host.c_str(), to.host.c_str())) {
+  if (!curl().strequal(from.host.c_str(), to.host.c_str())) {
     return false;
   }
   const bool sameServer = from.scheme == to.scheme && from.port == to.port;

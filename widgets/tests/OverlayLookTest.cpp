@@ -98,7 +98,9 @@ class OverlayLookTest : public testing::TestWithParam<Idiom> {
   }
 
   void look(const QQuickItem& item, std::vector<Seen>& seen) const {
-    const QString type = QString::fromLatin1(item.metaObject()->className()).section(QLatin1Char('_'), 0, 0);
+    const QString type = QString::fromLatin1(item.metaObject()->className())
+                             .section(QLatin1Char('_'), 0, 0)
+                             .section(QLatin1Char(':'), -1);
     if (!item.isVisible() || item.opacity() == 0 || item.property("text") == QStringLiteral(" ")) {
       return;
     }
@@ -114,7 +116,7 @@ class OverlayLookTest : public testing::TestWithParam<Idiom> {
       rect.adjust((rect.width() - face) / 2, 0, (face - rect.width()) / 2, 0);
     }
     if (type == QLatin1String("SharpImage")) {
-      EXPECT_EQ(item.property("status").toInt(), 1) << "there is no such picture";
+      EXPECT_GT(item.implicitWidth(), 0) << "there is no such picture";
     }
     static const QStringList drawn{QStringLiteral("OverlayButton"), QStringLiteral("OverlayLabel"),
                                    QStringLiteral("SharpImage"), QStringLiteral("Spinner")};
