@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
@@ -14,6 +15,7 @@ namespace {
 constexpr std::chrono::microseconds kLookEvery{500};
 constexpr double kStandsStill = 1.5;  // seconds
 constexpr double kPatience = 90;
+constexpr int kSomeText = 100;  // edges
 constexpr int kPatienceMs = 30'000;
 
 QString screenFile() {
@@ -80,27 +82,29 @@ Launch::~Launch() {
 }
 
 StartFigures Launch::watch() {
-  StartFigures figures;
+  struct Change {
+    double cpu, wall;
+    int edges;
+  };
+  std::vector<Change> changes;
   QElapsedTimer sinceStart, sinceChange;
   sinceStart.start();
   sinceChange.start();
   std::vector<std::uint32_t> before = stage_.screen().strip();
-  while (isPlain(before) || secondsSince(sinceChange) < kStandsStill) {
+  while (changes.empty() || changes.back().edges < kSomeText || secondsSince(sinceChange) < kStandsStill) {
     std::this_thread::sleep_for(kLookEvery);
     std::vector<std::uint32_t> now = stage_.screen().strip();
-    if (now == before) {
-      checkThat(secondsSince(sinceStart) < kPatience, QStringLiteral("nothing is shown"));
-      continue;
+    if (now != before) {
+      changes.push_back({processSeconds(process()), secondsSince(sinceStart), edges(now)});
+      before = std::move(now);
+      sinceChange.start();
     }
-    figures.shown = processSeconds(process());
-    figures.wall = secondsSince(sinceStart);
-    if (figures.firstFrame == 0) figures.firstFrame = figures.shown;
-    before = std::move(now);
-    sinceChange.start();
+    checkThat(secondsSince(sinceStart) < kPatience, QStringLiteral("nothing is shown"));
   }
-  figures.quiet = processSeconds(process());
-  figures.memory = Memory::of(process());
-  return figures;
+  const auto shown = std::find_if(changes.begin(), changes.end(), [&](const Change& change) {
+    return change.edges * 2 > changes.back().edges;
+  });
+  return {changes.front().cpu, shown->cpu, processSeconds(process()), shown->wall, Memory::of(process())};
 }
 
 }  // namespace seedmote::bench

@@ -16,7 +16,7 @@ namespace seedmote::bench {
 struct StartFigures {
   double firstFrame = 0;  // processor seconds until something of its window was on the screen
   double shown = 0;       // and until the first row's texts were
-  double quiet = 0;       // and a second and a half later
+  double quiet = 0;       // and until nothing had moved there for a second and a half
   double wall = 0;        // seconds until shown
   Memory memory;          // when it had become quiet
 };

@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <iterator>
 #include <stdexcept>
 
 #include "tests/support/FileDescriptor.h"
@@ -21,6 +23,7 @@ constexpr int kTop = 24;
 constexpr int kBottom = 70;
 
 constexpr std::uint32_t kColor = 0xffffff;
+constexpr int kClear = 40;  // of 255
 
 // The file's header is a list of big-endian numbers.
 enum HeaderField { headerSize = 0, bitsPerPixel = 11, bytesPerLine = 12, colors = 19, fields = 25 };
@@ -70,8 +73,13 @@ bool isBlack(const std::vector<std::uint32_t>& strip) {
   return std::all_of(strip.begin(), strip.end(), [](std::uint32_t pixel) { return pixel == 0; });
 }
 
-bool isPlain(const std::vector<std::uint32_t>& strip) {
-  return std::all_of(strip.begin(), strip.end(), [&](std::uint32_t pixel) { return pixel == strip[0]; });
+int edges(const std::vector<std::uint32_t>& strip) {
+  const auto green = [&](std::size_t at) { return static_cast<int>(strip[at] >> 8 & 0xff); };
+  int count = 0;
+  for (std::size_t at = 1; at < strip.size(); ++at) {
+    count += std::abs(green(at) - green(at - 1)) > kClear ? 1 : 0;
+  }
+  return count;
 }
 
 }  // namespace seedmote::bench

@@ -31,6 +31,7 @@ class Screen final {
 
 // What a strip shows.
 bool isBlack(const std::vector<std::uint32_t>& strip);  // nothing has been painted there yet
-bool isPlain(const std::vector<std::uint32_t>& strip);  // one colour
+// How many pixels differ clearly from their neighbours: letters do, a shade that a message casts does not.
+int edges(const std::vector<std::uint32_t>& strip);
 
 }  // namespace seedmote::bench

@@ -5,9 +5,10 @@
 //   whole-process rest SEEDMOTE [SPANS]      likewise; a span is a minute
 //
 // "Shown" is found from outside and the same way for all: the X server keeps its picture in a file, and a
-// strip of it, where the first row's texts stand, is looked at two thousand times a second. Its first change
-// is the first frame; the one after which it has more than one colour and stays as it is for a second and a
-// half is the list. The process's processor time is read right then: all its threads, to the nanosecond.
+// strip of it, where the first row's texts stand, is looked at two thousand times a second, until it has
+// letters and has stood still for a second and a half. Its first change is the first frame. The list is shown
+// with the first picture that has half as many edges as the last one: letters have them, the shade of a
+// message has not. The process's processor time is read at each change: all its threads, to the nanosecond.
 // Seedmote begins to connect three seconds after its start, and looks every two seconds whether there is a
 // list; what the time until then costs is part of the figure.
 #include <QCoreApplication>
@@ -131,7 +132,7 @@ class Starts {
     const Pair& pair = pairs_[size];
     row(section, "start until shown, CPU, " + std::to_string(size), limits, 1e3, "ms",
         medianOf(pair.ours, shown), medianOf(pair.bare, shown),
-        format("; after it has come to rest %.0f", medianOf(pair.ours, quiet) * 1e3) +
+        format("; when it has come to rest %.0f", medianOf(pair.ours, quiet) * 1e3) +
             format(" against %.0f", medianOf(pair.bare, quiet) * 1e3) +
             format("; shown after %.2f s", medianOf(pair.ours, wall)));
   }
