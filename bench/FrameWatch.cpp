@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <algorithm>
 #include <chrono>
 
 #include "bench/Figures.h"
@@ -21,8 +22,8 @@ void FrameWatch::frame() {
   if (!watching_) return;
   const double worked = threadSeconds();
   if (sinceFrame_.isValid()) {
-    const Gap gap{static_cast<double>(sinceFrame_.nsecsElapsed()) * 1e-6, (worked - workedBefore_) * 1e3};
-    if (gap.milliseconds > longest_.milliseconds) longest_ = gap;
+    gap_.longest = std::max(gap_.longest, static_cast<double>(sinceFrame_.nsecsElapsed()) * 1e-6);
+    gap_.busiest = std::max(gap_.busiest, (worked - workedBefore_) * 1e3);
   }
   sinceFrame_.start();
   workedBefore_ = worked;
@@ -46,7 +47,7 @@ bool FrameWatch::watch(const std::function<void()>& act, const std::function<boo
   watching_ = true;
   window_.update();
   moment();
-  longest_ = {};
+  gap_ = {};
   act();
   const bool good = paintUntil(done);
   moment();

@@ -7,11 +7,11 @@
 
 namespace seedmote::bench {
 
-// The longest time that a window went without a frame, and what its thread worked in that time: the rest of
-// it is other programs'.
+// What came between one frame and the next, in milliseconds: the longest in real time, which other programs
+// make longer, and the most that the main thread itself worked there, which they do not.
 struct Gap {
-  double milliseconds = 0;
-  double worked = 0;  // processor time of the main thread, milliseconds
+  double longest = 0;
+  double busiest = 0;
 };
 
 // Has a window paint without a pause and measures the time from each frame to the next. Main thread.
@@ -23,7 +23,7 @@ class FrameWatch final : public QObject {
   // more. False when that takes more than a minute.
   bool watch(const std::function<void()>& act, const std::function<bool()>& done);
 
-  const Gap& longest() const { return longest_; }
+  const Gap& gap() const { return gap_; }
 
  private:
   void frame();
@@ -33,7 +33,7 @@ class FrameWatch final : public QObject {
   bool watching_ = false;
   QElapsedTimer sinceFrame_;
   double workedBefore_ = 0;
-  Gap longest_;
+  Gap gap_;
 };
 
 }  // namespace seedmote::bench

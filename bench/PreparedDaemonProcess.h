@@ -22,6 +22,7 @@ class PreparedDaemonProcess final {
   }
 
   int port() const { return port_; }
+  QString url() const { return QStringLiteral("http://127.0.0.1:%1/transmission/rpc").arg(port_); }
 
  private:
   QProcess process_;

@@ -3,6 +3,7 @@
 //
 //   whole-process starts SEEDMOTE [ROUNDS]   as a section of docs/performance.md
 //   whole-process rest SEEDMOTE [SPANS]      likewise; a span is a minute
+//   whole-process instructions SEEDMOTE      likewise; under callgrind
 //
 // "Shown" is found from outside and the same way for all: the X server keeps its picture in a file, and a
 // strip of it, where the first row's texts stand, is looked at two thousand times a second, until it has
@@ -12,6 +13,8 @@
 // Seedmote begins to connect three seconds after its start, and looks every two seconds whether there is a
 // list; what the time until then costs is part of the figure.
 #include <QCoreApplication>
+#include <QFile>
+#include <QRegularExpression>
 #include <chrono>
 #include <iostream>
 #include <map>
@@ -41,6 +44,10 @@ std::vector<double> all(const std::vector<StartFigures>& runs, Figure figure) {
 
 double medianOf(const std::vector<StartFigures>& runs, Figure figure) {
   return median(all(runs, figure));
+}
+
+QString program(const char* name) {
+  return QCoreApplication::applicationDirPath() + QLatin1Char('/') + QString::fromLatin1(name);
 }
 
 struct Pair {
@@ -103,16 +110,11 @@ class Starts {
   void round() {
     texts_.push_back(Launch(stage_, program("text")).watch());
     for (const int size : kSizes) {
-      const int port = daemons_[size]->port();
-      stage_.storeSettings(seedmote_, port);
+      const PreparedDaemonProcess& daemon = *daemons_[size];
+      stage_.storeSettings(seedmote_, daemon.port());
       pairs_[size].ours.push_back(Launch(stage_, seedmote_).watch());
-      const QString url = QStringLiteral("http://127.0.0.1:%1/transmission/rpc").arg(port);
-      pairs_[size].bare.push_back(Launch(stage_, program("bare"), {url}).watch());
+      pairs_[size].bare.push_back(Launch(stage_, program("bare"), {daemon.url()}).watch());
     }
-  }
-
-  static QString program(const char* name) {
-    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + QString::fromLatin1(name);
   }
 
   double difference(std::vector<StartFigures> Pair::*runs) {
@@ -177,15 +179,48 @@ void measureRest(const QString& seedmote, int spans) {
   section.row("at rest with 10,000", ".05 %", ".03 %", format("%.3f %%", median(shares)));
 }
 
+// All that a run of the program executes, its end among it, in millions.
+double instructions(const Stage& stage, const QString& program, const QStringList& arguments = {}) {
+  const QStringList counter{QStringLiteral("--tool=callgrind"),
+                            QStringLiteral("--callgrind-out-file=/dev/null"), program};
+  Launch(stage, QStringLiteral("valgrind"), counter + arguments).watch();
+  QFile log(stage.logFile());
+  if (!log.open(QIODevice::ReadOnly)) throw std::runtime_error("the counter's log cannot be read");
+  const QRegularExpression count(QStringLiteral(R"(Collected : (\d+))"));
+  const double found = count.match(QString::fromUtf8(log.readAll())).captured(1).toDouble();
+  if (found == 0) throw std::runtime_error("the counter counted nothing");
+  return found * 1e-6;
+}
+
+void measureInstructions(const QString& seedmote) {
+  const Stage stage;
+  Section section("Instructions of a start",
+                  "Millions of instructions from the start to the end of the process, "
+                  "which is told to end when the list was shown and the message has "
+                  "gone; by callgrind, once.");
+  for (const int size : {1, 10'000, 50'000}) {
+    const PreparedDaemonProcess daemon(size);
+    stage.storeSettings(seedmote, daemon.port());
+    const double ours = instructions(stage, seedmote);
+    const double bare = instructions(stage, program("bare"), {daemon.url()});
+    section.row(std::to_string(size) + " torrents, against bare", "", "", format("%.2f x", ours / bare),
+                format("%.0f million", ours) + format(" against %.0f", bare));
+  }
+}
+
 int run(const QStringList& arguments) {
   if (arguments.size() < 3) {
-    std::cerr << "whole-process starts|rest SEEDMOTE [HOW-OFTEN]\n";
+    std::cerr << "whole-process starts|rest|instructions SEEDMOTE [HOW-OFTEN]\n";
     return 2;
   }
   const bool isRest = arguments[1] == QStringLiteral("rest");
   const int times = arguments.size() > 3 ? arguments[3].toInt() : isRest ? 5 : 7;
   if (isRest) {
     measureRest(arguments[2], times);
+    return 0;
+  }
+  if (arguments[1] == QStringLiteral("instructions")) {
+    measureInstructions(arguments[2]);
     return 0;
   }
   Starts starts(arguments[2]);
