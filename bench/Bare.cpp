@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QQuickView>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -62,22 +63,29 @@ std::string fetchList(const std::string& url) {
   return answer;
 }
 
+const rapidjson::Value& member(const rapidjson::Value& of, const char* key) {
+  const auto found = of.FindMember(key);
+  if (found == of.MemberEnd()) throw std::runtime_error("the daemon's answer lacks something");
+  return found->value;
+}
+
 std::vector<BareTorrent> parse(const std::string& answer) {
   rapidjson::Document document;
   document.Parse<rapidjson::kParseValidateEncodingFlag>(answer.data(), answer.size());
+  if (document.HasParseError()) throw std::runtime_error("the daemon's answer is no JSON");
+  const rapidjson::Value& list = member(member(document, "arguments"), "torrents");
   std::vector<BareTorrent> torrents;
-  if (document.HasParseError() || !document.HasMember("arguments")) return torrents;
-  const rapidjson::Value& list = document["arguments"]["torrents"];
   torrents.reserve(list.Size());
   for (const rapidjson::Value& torrent : list.GetArray()) {
-    torrents.push_back({{torrent["name"].GetString(), torrent["name"].GetStringLength()},
-                        torrent["totalSize"].GetInt64(),
-                        torrent["leftUntilDone"].GetInt64(),
-                        torrent["uploadedEver"].GetInt64(),
-                        torrent["rateDownload"].GetInt64(),
-                        torrent["rateUpload"].GetInt64(),
-                        torrent["percentDone"].GetDouble(),
-                        torrent["status"].GetInt()});
+    const rapidjson::Value& name = member(torrent, "name");
+    torrents.push_back({{name.GetString(), name.GetStringLength()},
+                        member(torrent, "totalSize").GetInt64(),
+                        member(torrent, "leftUntilDone").GetInt64(),
+                        member(torrent, "uploadedEver").GetInt64(),
+                        member(torrent, "rateDownload").GetInt64(),
+                        member(torrent, "rateUpload").GetInt64(),
+                        member(torrent, "percentDone").GetDouble(),
+                        member(torrent, "status").GetInt()});
   }
   return torrents;
 }

@@ -71,7 +71,10 @@ void readInPieces(std::string_view text, std::size_t size) {
 }
 
 std::string times(const Comparison& measured) {
-  return format("%.2f ms", measured.ours * 1e3) + format(" against %.2f ms", measured.yardstick * 1e3);
+  const auto time = [](double seconds) {
+    return seconds < 1e-4 ? format("%.2f µs", seconds * 1e6) : format("%.2f ms", seconds * 1e3);
+  };
+  return time(measured.ours) + " against " + time(measured.yardstick);
 }
 
 std::string rate(const Comparison& measured, std::size_t bytes) {
