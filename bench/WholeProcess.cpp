@@ -186,10 +186,11 @@ double instructions(const Stage& stage, const QString& program, const QStringLis
   Launch(stage, QStringLiteral("valgrind"), counter + arguments).watch();
   QFile log(stage.logFile());
   if (!log.open(QIODevice::ReadOnly)) throw std::runtime_error("the counter's log cannot be read");
+  const QString text = QString::fromUtf8(log.readAll());
   const QRegularExpression count(QStringLiteral(R"(Collected : (\d+))"));
-  const double found = count.match(QString::fromUtf8(log.readAll())).captured(1).toDouble();
-  if (found == 0) throw std::runtime_error("the counter counted nothing");
-  return found * 1e-6;
+  QRegularExpressionMatch last;  // those before are of processes that it forked
+  if (text.lastIndexOf(count, -1, &last) < 0) throw std::runtime_error("the counter counted nothing");
+  return last.captured(1).toDouble() * 1e-6;
 }
 
 void measureInstructions(const QString& seedmote) {
