@@ -40,13 +40,6 @@ std::string processorName() {
   return "unknown processor";
 }
 
-std::string machine() {
-  utsname system{};
-  uname(&system);
-  return processorName() + ", " + std::to_string(std::thread::hardware_concurrency()) + " at once, " +
-         system.sysname + " " + system.release + "; " SEEDMOTE_COMPILER;
-}
-
 double seconds(const std::function<void()>& work, int times) {
   const double start = threadSeconds();
   for (int i = 0; i < times; ++i) work();
@@ -54,6 +47,13 @@ double seconds(const std::function<void()>& work, int times) {
 }
 
 }  // namespace
+
+std::string machine() {
+  utsname system{};
+  uname(&system);
+  return processorName() + ", " + std::to_string(std::thread::hardware_concurrency()) + " at once, " +
+         system.sysname + " " + system.release + "; " SEEDMOTE_COMPILER;
+}
 
 double median(std::vector<double> values) {
   if (values.empty()) return 0;

@@ -27,6 +27,9 @@ struct Memory {
 
 std::string format(const char* pattern, double value);  // a printf pattern for one double
 
+// The processor, the system, the compiler and its options, in a line.
+std::string machine();
+
 // A section of the page of measurements, in Markdown, on standard output when it is whole.
 class Section {
  public:

@@ -1,6 +1,7 @@
 // The JSON room against RapidJSON (with encoding validation), measured in turn in one process.
 //
 //   json-bench                   all of it, as a section of docs/performance.md
+//   json-bench machine           what it is measured on
 //   json-bench WORK WHAT TIMES   nothing but so many times some work, for a counter of instructions.
 //                                WORK: read, write, yardstick-read or yardstick-write; WHAT: the number of
 //                                torrents of a list, or "detail"
@@ -178,6 +179,10 @@ int repeat(const std::string& work, const std::string& what, int count) {
 
 int main(int argc, char** argv) {
   if (argc == 4) return seedmote::bench::repeat(argv[1], argv[2], std::atoi(argv[3]));
+  if (argc == 2) {
+    std::puts(seedmote::bench::machine().c_str());
+    return 0;
+  }
   seedmote::bench::measureAll();
   return 0;
 }

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <iostream>
+#include <limits>
 #include <string>
 
 #include "bench/TorrentList.h"

@@ -91,6 +91,7 @@ count_json() {
 
 counts() {
   printf '## Instructions\n\nBy callgrind, against RapidJSON where there are two numbers.\n\n'
+  printf 'Measured on: %s.\n\n' "$("$programs/json-bench" machine)"
   printf '| what | reach | aim | measured | |\n|---|---|---|---|---|\n'
   count_json read 10000 '10,000 torrents' 20
   count_json read detail 'a detail answer of 2,000 files' 20
