@@ -65,6 +65,12 @@ double threadSeconds() {
   return secondsOf(CLOCK_THREAD_CPUTIME_ID);
 }
 
+double threadWaitedSeconds() {
+  std::ifstream numbers("/proc/thread-self/schedstat");
+  double ran = 0, waited = 0;
+  return numbers >> ran >> waited ? waited * 1e-9 : 0;
+}
+
 double processSeconds() {
   return secondsOf(CLOCK_PROCESS_CPUTIME_ID);
 }

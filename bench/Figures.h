@@ -13,6 +13,8 @@ double median(std::vector<double> values);
 // Processor time in seconds, exact to the nanosecond. Of this thread; of this process with all its threads.
 double threadSeconds();
 double processSeconds();
+// What this thread has waited for a processor that others had, in seconds; 0 where the kernel does not say.
+double threadWaitedSeconds();
 // Of another process with all its threads, ended ones included; 0 when it is gone.
 double processSeconds(pid_t process);
 

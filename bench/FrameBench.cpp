@@ -63,17 +63,19 @@ class Frames {
 
  private:
   void measure(const std::string& what, const std::function<void(int)>& step, Limits limits = kLimits) {
-    std::vector<double> longest, busiest;
+    std::vector<double> longest, unhindered, busiest;
     for (int round = 0; round < rounds_; ++round) {
       step(round);
       longest.push_back(watch_.gap().longest);
+      unhindered.push_back(watch_.gap().unhindered);
       busiest.push_back(watch_.gap().busiest);
     }
-    const auto most = [](const std::vector<double>& of) { return *std::max_element(of.begin(), of.end()); };
-    section_.row(what + of_, limits.reach, limits.aim, format("%.1f ms", median(longest)),
-                 format("%.1f in the worst round; ", most(longest)) +
-                     format("the main thread worked %.1f at most, ", median(busiest)) +
-                     format("%.1f in the worst round", most(busiest)));
+    const auto both = [](const std::vector<double>& of) {
+      return format("%.1f", median(of)) + format(" (%.1f)", *std::max_element(of.begin(), of.end()));
+    };
+    section_.row(
+        what + of_, limits.reach, limits.aim, both(longest) + " ms",
+        both(unhindered) + " without waiting for a processor; " + both(busiest) + " of work at most");
   }
 
   void watch(const std::function<void()>& act, const std::function<bool()>& done) {
@@ -136,13 +138,14 @@ class Frames {
 
 int run(int rounds) {
   json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
-  Section section("Frames",
-                  "The longest way from one frame to the next while a window that paints without a "
-                  "pause is used: milliseconds of real time, which whatever else the machine does makes "
-                  "longer, and the most that the main thread itself worked from one frame to the next. "
-                  "The row without an action shows what this way of measuring brings by itself. Software "
-                  "renderer, Xvfb, log to a file. Medians of " +
-                      std::to_string(rounds) + " rounds.");
+  Section section(
+      "Frames",
+      "The longest way from one frame to the next while a window that paints without a pause is used, in "
+      "milliseconds: real time; the same without what the main thread waited for a processor that other programs "
+      "had; and the most that it worked itself from one frame to the next. The row without an action shows what "
+      "this way of measuring brings by itself. Software renderer, Xvfb, log to a file. Medians, and in brackets "
+      "the worst, of " +
+          std::to_string(rounds) + " rounds.");
   for (const int torrents : {10'000, 100'000}) {
     Frames(section, torrents, rounds).measureAll();
   }

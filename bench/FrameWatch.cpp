@@ -20,13 +20,16 @@ FrameWatch::FrameWatch(QQuickWindow& window) : window_(window) {
 
 void FrameWatch::frame() {
   if (!watching_) return;
-  const double worked = threadSeconds();
+  const double worked = threadSeconds() * 1e3, waited = threadWaitedSeconds() * 1e3;
   if (sinceFrame_.isValid()) {
-    gap_.longest = std::max(gap_.longest, static_cast<double>(sinceFrame_.nsecsElapsed()) * 1e-6);
-    gap_.busiest = std::max(gap_.busiest, (worked - workedBefore_) * 1e3);
+    const double passed = static_cast<double>(sinceFrame_.nsecsElapsed()) * 1e-6;
+    gap_.longest = std::max(gap_.longest, passed);
+    gap_.unhindered = std::max(gap_.unhindered, passed - (waited - waitedBefore_));
+    gap_.busiest = std::max(gap_.busiest, worked - workedBefore_);
   }
   sinceFrame_.start();
   workedBefore_ = worked;
+  waitedBefore_ = waited;
   window_.update();
 }
 

@@ -7,11 +7,11 @@
 
 namespace seedmote::bench {
 
-// What came between one frame and the next, in milliseconds: the longest in real time, which other programs
-// make longer, and the most that the main thread itself worked there, which they do not.
+// The most between one frame and the next, in milliseconds.
 struct Gap {
-  double longest = 0;
-  double busiest = 0;
+  double longest = 0;     // real time
+  double unhindered = 0;  // the same without what the main thread waited for a processor, which others had
+  double busiest = 0;     // what the main thread worked
 };
 
 // Has a window paint without a pause and measures the time from each frame to the next. Main thread.
@@ -33,6 +33,7 @@ class FrameWatch final : public QObject {
   bool watching_ = false;
   QElapsedTimer sinceFrame_;
   double workedBefore_ = 0;
+  double waitedBefore_ = 0;
   Gap gap_;
 };
 

@@ -54,11 +54,6 @@ with_log() {
   return 1
 }
 
-clean_up() {
-  [ -z "$server" ] || kill "$server"
-  rm -rf "$folder"
-}
-
 # count COMMAND...: the instructions that it executes.
 count() {
   QT_QPA_PLATFORM=offscreen valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
@@ -123,37 +118,43 @@ put() {
     END { if (!added) add() }' "$page" >"$folder/page" && cp "$folder/page" "$page"
 }
 
-parts=()
-for part in "$@"; do
-  case $part in
-    --help | -h)
-      usage
-      exit 0
-      ;;
-    *)
-      [[ " ${all[*]} " == *" $part "* ]] || fail 2 "there is no part \"$part\" (see bench/run.sh --help)"
-      parts+=("$part")
-      ;;
-  esac
-done
-[ ${#parts[@]} -gt 0 ] || parts=("${all[@]}")
+# All of it is read before it runs, so the file may be changed meanwhile.
+main() {
+  local parts=() part
+  for part in "$@"; do
+    case $part in
+      --help | -h)
+        usage
+        exit 0
+        ;;
+      *)
+        [[ " ${all[*]} " == *" $part "* ]] || fail 2 "there is no part \"$part\" (see bench/run.sh --help)"
+        parts+=("$part")
+        ;;
+    esac
+  done
+  [ ${#parts[@]} -gt 0 ] || parts=("${all[@]}")
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" "${bench_packages[@]}"
-configure release ON || fail 1 "the build could not be prepared; see above"
-build release bench || fail 1 "the build failed; see above"
+  install_missing "${build_packages[@]}" "${test_packages[@]}" "${bench_packages[@]}"
+  configure release ON || fail 1 "the build could not be prepared; see above"
+  build release bench || fail 1 "the build failed; see above"
 
-folder=$(mktemp -d) || exit 1
-trap clean_up EXIT
-[ -f "$page" ] || cat >"$page" <<'TEXT'
+  folder=$(mktemp -d) || exit 1
+  trap '[ -z "$server" ] || kill "$server"; rm -rf "$folder"' EXIT
+  [ -f "$page" ] || cat >"$page" <<'TEXT'
 # What Seedmote costs
 
 Written by `bench/run.sh`; the programs in `bench/` say how they measure. "Reach" is what must be reached, "aim" what
 is wanted.
 
 TEXT
-for part in "${parts[@]}"; do
-  say "Measuring: $part"
-  measure "$part" >"$folder/section" || fail 1 "$part could not be measured"
-  put "$folder/section"
-done
-say "The tables are in $page."
+  for part in "${parts[@]}"; do
+    say "Measuring: $part"
+    measure "$part" >"$folder/section" || fail 1 "$part could not be measured"
+    put "$folder/section"
+  done
+  say "The tables are in $page."
+  exit
+}
+
+main "$@"
