@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034
-# What run.sh, test.sh, package.sh and the checks share. Read into bash with `source`; the working directory is the
-# repository's root.
+# What run.sh, test.sh, package.sh, bench/run.sh and the checks share. Read into bash with `source`; the working
+# directory is the repository's root.
 
 # What the program is built from, and what it loads while it runs. README.md gives each its reason.
 build_packages=(g++ cmake ninja-build pkgconf qt6-base-dev qt6-base-private-dev qt6-declarative-dev
@@ -8,9 +8,10 @@ build_packages=(g++ cmake ninja-build pkgconf qt6-base-dev qt6-base-private-dev 
   qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qt6-wayland fonts-dejavu-core)
 demo_packages=(python3 transmission-daemon fonts-droid-fallback)
-test_packages=(libgtest-dev libgmock-dev libssl-dev zlib1g-dev locales at-spi2-core gir1.2-atspi-2.0 python3-gi
-  dbus-daemon xvfb xdotool clang-format clang-tidy shellcheck desktop-file-utils appstream groff-base
+test_packages=(libgtest-dev libgmock-dev libssl-dev rapidjson-dev zlib1g-dev locales at-spi2-core gir1.2-atspi-2.0
+  python3-gi dbus-daemon xvfb xdotool clang-format clang-tidy shellcheck desktop-file-utils appstream groff-base
   "${demo_packages[@]}")
+bench_packages=(valgrind)
 package_packages=(build-essential debhelper lintian desktop-file-utils appstream)
 
 say() { printf '%s\n' "$*" >&2; }
