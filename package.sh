@@ -57,6 +57,7 @@ check_package() {
   local share=$tree/debian/seedmote/usr/share
   desktop-file-validate "$share"/applications/*.desktop >&2 &&
     appstreamcli validate --no-net "$share"/metainfo/*.xml >&2 &&
+    tools/check-hardening "$tree/debian/seedmote/usr/bin/seedmote" >&2 &&
     lintian --allow-root --fail-on error,warning "$folder"/*.changes >&2
 }
 

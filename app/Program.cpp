@@ -19,6 +19,7 @@
 #include "app/RealUiServices.h"
 #include "app/SignalWatcher.h"
 #include "app/Snapshot.h"
+#include "app/StorageNotice.h"
 #include "app/WaylandSeat.h"
 #include "app/WindowFront.h"
 #include "json/Log.h"
@@ -207,6 +208,7 @@ int Program::showWindow(int argc, char** argv) {
 int Program::runWindow(Intake& intake, const std::vector<platform::Refusal>& refusals) {
   const bool alone = isAlone();
   const RealUiServices uiServices;
+  const StorageNotice storageNotice;
   const SignalWatcher signalWatcher([] { platform::services().main.quit(); });
   RVSettingsStore store = storedSettings();
   RVAppDelegate delegate(store);

@@ -114,11 +114,15 @@ int SettingsCommand::run(const std::vector<std::string>& assignments) {
   }
   if (good.size() != assignments.size()) return kWrongUse;
   platform::UserDefaults& defaults = platform::services().defaults;
-  if (!defaults.problem().empty()) errors_ << "seedmote: " << defaults.problem() << '\n';
-  store_.loadUserSetting();
-  for (const Assignment& assignment : good) apply(assignment);
+  const std::string told = defaults.problem();
+  if (!told.empty()) errors_ << "seedmote: " << told << '\n';
+  {
+    const platform::UserDefaults::Together together(defaults);
+    store_.loadUserSetting();
+    for (const Assignment& assignment : good) apply(assignment);
+  }
   if (defaults.synchronize()) return kStored;
-  errors_ << "seedmote: " << defaults.problem() << '\n';
+  if (defaults.problem() != told) errors_ << "seedmote: " << defaults.problem() << '\n';
   return kNotStored;
 }
 

@@ -1,7 +1,9 @@
 #include <QKeyEvent>
 #include <algorithm>
+#include <thread>
 
 #include "ShellFixture.h"
+#include "app/StorageNotice.h"
 #include "settings/RVSettingsViewController.h"
 #include "widgets/OvProgressHUD.h"
 
@@ -148,6 +150,27 @@ TEST_F(LaunchedShellTest, AWindowStaysWide) {
     settle();
     EXPECT_GT(delegate->window().width(), delegate->window().height());
   }
+}
+
+// Told once for each thing that is wrong, the one from before the window included.
+TEST_F(LaunchedShellTest, WhatIsWrongWithTheStoredSettingsIsSaidInTheWindow) {
+  makeServices(platform::Idiom::phone, "7.0");
+  services->defaults.setProblem("They cannot be read.");
+  {
+    const StorageNotice notice;
+    for (const char* problem : {"The disk is full.", "The disk is full.", ""}) {
+      std::thread([&] { services->defaults.setProblem(problem); }).join();
+    }
+    settle();
+  }
+  services->defaults.setProblem("Nobody is told.");
+  settle();
+  for (const char* said : {"They cannot be read.", "The disk is full."}) {
+    EXPECT_EQ(ui.alerts.message().toStdString(), said);
+    ui.alerts.press(0);
+    settle();
+  }
+  EXPECT_FALSE(ui.alerts.isShown());
 }
 
 }  // namespace

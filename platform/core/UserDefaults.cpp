@@ -25,6 +25,10 @@ void UserDefaults::removeObject(std::string_view key) {
   if (found != values_.end()) values_.erase(found);
 }
 
+bool UserDefaults::synchronize() {
+  return together_ > 0 || store();
+}
+
 std::string UserDefaults::problem() const {
   const std::lock_guard lock(mutex_);
   return problem_;
@@ -35,20 +39,46 @@ PropertyList::Dictionary UserDefaults::snapshot() const {
   return values_;
 }
 
-void UserDefaults::replaceAll(PropertyList::Dictionary values) {
+void UserDefaults::takeOver(const PropertyList::Dictionary& before, const PropertyList::Dictionary& now) {
+  const auto in = [](const PropertyList::Dictionary& values, const std::string& key) {
+    const auto found = values.find(key);
+    return found == values.end() ? PropertyList() : found->second;
+  };
+  PropertyList::Dictionary keys = before;
+  keys.insert(now.begin(), now.end());
   const std::lock_guard lock(mutex_);
-  values_ = std::move(values);
+  for (const auto& [key, ignored] : keys) {
+    const PropertyList old = in(before, key);
+    const PropertyList theirs = in(now, key);
+    if (theirs == old || in(values_, key) != old) continue;
+    theirs.isAbsent() ? void(values_.erase(key)) : void(values_.insert_or_assign(key, theirs));
+  }
 }
 
 void UserDefaults::setProblem(std::string sentence) {
-  const std::lock_guard lock(mutex_);
-  problem_ = std::move(sentence);
+  std::function<void(const std::string&)> listener;
+  {
+    const std::lock_guard lock(mutex_);
+    if (problem_ != sentence) listener = problemListener_;
+    problem_ = sentence;
+  }
+  if (listener && !sentence.empty()) listener(sentence);
 }
 
-bool MemoryUserDefaults::synchronize() {
+void UserDefaults::onProblem(std::function<void(const std::string&)> listener) {
+  std::string present;
+  {
+    const std::lock_guard lock(mutex_);
+    problemListener_ = listener;
+    present = problem_;
+  }
+  if (listener && !present.empty()) listener(present);
+}
+
+bool MemoryUserDefaults::store() {
   const std::lock_guard lock(countMutex_);
   ++synchronized_;
-  return true;
+  return problem().empty();
 }
 
 int MemoryUserDefaults::synchronized() const {
