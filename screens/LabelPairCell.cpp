@@ -1,10 +1,12 @@
 #include "screens/LabelPairCell.h"
 
+#include "platform/core/ShownText.h"
+
 namespace seedmote {
 
 void LabelPairCell::fill(const std::string& label, const std::string& value) {
-  labelleft_ = QString::fromStdString(label);
-  labelright_ = QString::fromStdString(value);
+  labelleft_ = platform::shownText(label);
+  labelright_ = platform::shownText(value);
   Q_EMIT filled();
 }
 

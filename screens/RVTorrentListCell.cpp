@@ -8,6 +8,7 @@
 #include "client/RVUtility.h"
 #include "platform/core/Format.h"
 #include "platform/core/Log.h"
+#include "platform/core/ShownText.h"
 
 namespace seedmote {
 
@@ -27,14 +28,10 @@ std::int64_t truncated(float value) {
   return value < -kLimit ? std::numeric_limits<std::int64_t>::min() : static_cast<std::int64_t>(value);
 }
 
-QString fromUtf8(const std::string& text) {
-  return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
 template <class Make>
 const QString& once(std::optional<QString>& text, Make make) {
   if (!text) {
-    text = fromUtf8(make());
+    text = platform::shownText(make());
   }
   return *text;
 }

@@ -9,6 +9,7 @@
 #include "client/RVUtility.h"
 #include "platform/core/Log.h"
 #include "platform/core/Services.h"
+#include "platform/core/ShownText.h"
 #include "platform/core/UserDefaults.h"
 #include "platform/ui/ReusableCell.h"
 #include "screens/EmptyState.h"
@@ -240,7 +241,7 @@ void RVTorrentListController::updateEmptyState() {
   state.torrents = state.connected ? RVTrans::getTorrentList()->count() : 0;
   state.filterID = filterID_;
   state.outcome = RVTrans::listOutcome();
-  const QString sentence = QString::fromStdString(state.sentence());
+  const QString sentence = platform::shownText(state.sentence());
   if (emptyState_ != sentence) {
     emptyState_ = sentence;
     Q_EMIT emptyStateChanged();

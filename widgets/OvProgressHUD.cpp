@@ -8,12 +8,14 @@
 #include "platform/core/Log.h"
 #include "platform/core/MainThread.h"
 #include "platform/core/Services.h"
+#include "platform/core/ShownText.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/PanelPosition.h"
 
 namespace seedmote {
 
 using platform::log;
+using platform::shownText;
 using Lane = platform::MainThread::Lane;
 
 namespace {
@@ -32,10 +34,6 @@ OvProgressHUD::MeasuredText measureRoughly(const QString& text, QSizeF within) {
   constexpr double kCharacter = 9;
   constexpr double kLine = 19;
   return {QSizeF(std::min(within.width(), text.size() * kCharacter), kLine)};
-}
-
-QString fromUtf8(const std::string& text) {
-  return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
 }  // namespace
@@ -74,20 +72,20 @@ void OvProgressHUD::show() {
 }
 
 void OvProgressHUD::showWithStatus(const std::string& status) {
-  onMain("showWithStatus", [text = fromUtf8(status)](OvProgressHUD& hud) {
+  onMain("showWithStatus", [text = shownText(status)](OvProgressHUD& hud) {
     hud.okTitle_.reset();
     hud.showWithStatus(text, OvProgressHUDMaskTypeGradient, false);
   });
 }
 
 void OvProgressHUD::showWithStatus(const std::string& status, OvProgressHUDMaskType maskType) {
-  onMain("showWithStatus", [text = fromUtf8(status), maskType](OvProgressHUD& hud) {
+  onMain("showWithStatus", [text = shownText(status), maskType](OvProgressHUD& hud) {
     hud.showWithStatus(text, maskType, false);
   });
 }
 
 void OvProgressHUD::showWithStatusAndButton(const std::string& status) {
-  onMain("showWithStatusAndButton", [text = fromUtf8(status)](OvProgressHUD& hud) {
+  onMain("showWithStatusAndButton", [text = shownText(status)](OvProgressHUD& hud) {
     hud.okTitle_ = QStringLiteral("Yes");
     hud.cancelTitle_ = QStringLiteral("No");
     hud.showWithStatus(text, OvProgressHUDMaskTypeNone, false);
@@ -111,7 +109,7 @@ void OvProgressHUD::showErrorWithStatus(const std::string& status, double durati
 
 void OvProgressHUD::setStatus(const std::string& status) {
   onMain("setStatus",
-         [text = fromUtf8(status)](OvProgressHUD& hud) { hud.animate(0, [&] { hud.layOut(text); }); });
+         [text = shownText(status)](OvProgressHUD& hud) { hud.animate(0, [&] { hud.layOut(text); }); });
 }
 
 void OvProgressHUD::dismiss() {
@@ -128,12 +126,12 @@ void OvProgressHUD::dismissWithError(const std::string& status, double delay) {
 
 void OvProgressHUD::dismissWithStatus(const std::string& status, bool error, double delay) {
   postToMain(
-      [text = fromUtf8(status), error, delay](OvProgressHUD& hud) { hud.showResult(text, error, delay); });
+      [text = shownText(status), error, delay](OvProgressHUD& hud) { hud.showResult(text, error, delay); });
 }
 
 void OvProgressHUD::setTimeout(const std::string& value) {
   log("Ov timeout value = %@\n", value);
-  postToMain([text = fromUtf8(value)](OvProgressHUD& hud) { hud.count(text); });
+  postToMain([text = shownText(value)](OvProgressHUD& hud) { hud.count(text); });
 }
 
 void OvProgressHUD::animate(double seconds, const std::function<void()>& changes) {

@@ -25,6 +25,8 @@ HttpError connectErrorOf(long osError) {
       return HttpError::refused;
     case ETIMEDOUT:
       return HttpError::timedOut;
+    case ECONNRESET:  // a server that resets whoever comes may be that quick
+      return HttpError::closed;
     case EHOSTUNREACH:
     case ENETUNREACH:
     case ENETDOWN:

@@ -172,8 +172,9 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
   answer.error = httpErrorOf(code, answer.message, osError);
   if (answer.error == HttpError::closed && headSize_ == 0 && isPlainHttp()) {
     answer.error = HttpError::silent;
-  } else if (code == CURLE_OUT_OF_MEMORY && status == 0) {  // so curl calls a first line without end
-    answer.error = HttpError::notHttp;
+  } else if (code == CURLE_OUT_OF_MEMORY) {  // so curl calls a line without end
+    answer.error = status == 0 ? HttpError::notHttp : HttpError::tooLarge;
+    answer.message = "A line in the head of the answer has no end.";
   }
   return answer;
 }
@@ -181,7 +182,8 @@ HttpAnswer CurlTransfer::answerOf(CURLcode code) {
 bool CurlTransfer::isPlainHttp() const {
   const char* scheme = nullptr;
   curl().easy_getinfo(easy_.get(), CURLINFO_SCHEME, &scheme);
-  return scheme && curl().strequal(scheme, "http");
+  // There is none before a connection stands.
+  return curl().strequal(scheme ? scheme : request_.url.substr(0, request_.url.find(':')).c_str(), "http");
 }
 
 // A TLS server may answer plain HTTP with an alert: record kind 21, version 3.x.

@@ -2,20 +2,10 @@
 
 #include <utility>
 
+#include "platform/core/ShownText.h"
 #include "platform/ui/LayoutEntry.h"
 
 namespace seedmote::platform {
-
-namespace {
-
-// Nobody reads a whole book in an alert, and laying it out would take a while.
-QString shortened(const QString& text) {
-  constexpr qsizetype kStart = 2000;
-  constexpr qsizetype kEnd = 500;
-  return text.size() > kStart + kEnd ? text.first(kStart) + QChar(0x2026) + text.last(kEnd) : text;
-}
-
-}  // namespace
 
 void Alerts::show(Alert alert) {
   alerts_.push_back(std::move(alert));
@@ -27,7 +17,7 @@ QString Alerts::title() const {
 }
 
 QString Alerts::message() const {
-  return isShown() ? shortened(QString::fromStdString(alerts_.front().message)) : QString();
+  return isShown() ? shownText(alerts_.front().message) : QString();
 }
 
 QStringList Alerts::buttons() const {

@@ -108,6 +108,16 @@ void LoopbackDaemon::setReply(Reply reply) {
   setHandler([reply = std::move(reply)](const RecordedRequest&) { return reply; });
 }
 
+void LoopbackDaemon::setGreeting(Reply greeting) {
+  const std::lock_guard lock(mutex_);
+  greeting_ = std::move(greeting);
+}
+
+std::optional<Reply> LoopbackDaemon::greeting() const {
+  const std::lock_guard lock(mutex_);
+  return greeting_;
+}
+
 std::vector<RecordedRequest> LoopbackDaemon::requests() const {
   const std::lock_guard lock(mutex_);
   return requests_;
@@ -146,9 +156,10 @@ void LoopbackDaemon::acceptAll() {
 void LoopbackDaemon::serve(Connection& connection) {
   const std::unique_ptr<ByteStream> stream =
       tls_ ? tls_->streamOn(connection.socket) : std::make_unique<ByteStream>(connection.socket);
-  if (stream->open()) {
+  const std::optional<Reply> first = greeting();
+  if (first ? perform(*first, connection, *stream) : stream->open()) {
     serveRequests(connection, *stream);
-  } else {
+  } else if (!first) {
     leavePolitely(connection.socket);
   }
   const std::lock_guard lock(mutex_);

@@ -8,6 +8,7 @@
 #include <list>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -47,6 +48,7 @@ class LoopbackDaemon final {
   void enqueue(Reply reply);         // for one request; several are used in order
   void setHandler(Handler handler);  // runs on the connection's thread; an empty one brings the model back
   void setReply(Reply reply);        // the same to every request
+  void setGreeting(Reply greeting);  // to every new connection, before anything is read of it
 
   DaemonModel& model() { return model_; }
   std::string sessionId() const { return model_.sessionId(); }
@@ -77,6 +79,7 @@ class LoopbackDaemon final {
   bool perform(const Reply& reply, Connection& connection, ByteStream& stream);
   bool send(const Reply& reply, ByteStream& stream);
   bool pause(std::chrono::milliseconds time);
+  std::optional<Reply> greeting() const;
 
   const std::unique_ptr<TlsServer> tls_;
   int port_ = 0;
@@ -89,6 +92,7 @@ class LoopbackDaemon final {
   std::vector<RecordedRequest> requests_;
   std::deque<Reply> queue_;
   Handler handler_;
+  std::optional<Reply> greeting_;
   int accepted_ = 0;
   std::list<Connection> connections_;
   int drops_ = 0;
