@@ -24,7 +24,8 @@ RemovalGuard::Verdict RemovalGuard::judge(const json::Value& answer) const {
   if (torrents.count() == 0) {
     return Verdict::noTorrent;
   }
-  const bool isMeant = meant_.known && TorrentIdentity::of(torrents.at(0)).isSameTorrent(*meant_.known);
+  const bool canBeTold = meant_.known && !meant_.twin;
+  const bool isMeant = canBeTold && TorrentIdentity::of(torrents.at(0)).isSameTorrent(*meant_.known);
   return isMeant ? Verdict::send : Verdict::anotherTorrent;
 }
 

@@ -24,4 +24,14 @@ json::ValueRef torrentWithID(json::ValueRef torrents, std::int64_t id) {
   return {};
 }
 
+bool hasTwin(json::ValueRef torrents, const TorrentIdentity& torrent) {
+  int same = 0;
+  for (const json::ValueRef other : torrents.elements()) {
+    const bool isSame = other["totalSize"].longLongValue() == torrent.totalSize &&
+                        other["name"].text().value_or("") == torrent.name;
+    same += isSame ? 1 : 0;
+  }
+  return same > 1;
+}
+
 }  // namespace seedmote

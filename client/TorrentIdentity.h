@@ -29,4 +29,8 @@ struct TorrentIdentity {
 // The entry of a torrent in a "torrents" array; absent when it is not there.
 json::ValueRef torrentWithID(json::ValueRef torrents, std::int64_t id);
 
+// Whether two torrents or more of a "torrents" array have this name and size, so that nobody can tell which
+// of them had which id before the ids were dealt anew.
+bool hasTwin(json::ValueRef torrents, const TorrentIdentity& torrent);
+
 }  // namespace seedmote

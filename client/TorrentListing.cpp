@@ -9,8 +9,9 @@ namespace seedmote {
 namespace {
 
 // Whether a selection from another session still means the torrent that stands under its id now.
-bool isStillMeant(const TorrentSelection& selection, json::ValueRef now) {
-  return selection.known && !now.isAbsent() && TorrentIdentity::of(now).isSameTorrent(*selection.known);
+bool isStillMeant(const TorrentSelection& selection, const TorrentSelection& now) {
+  return selection.known && now.known && now.known->isSameTorrent(*selection.known) && !selection.twin &&
+         !now.twin;
 }
 
 }  // namespace
@@ -61,7 +62,7 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
   json::Value old = torrents;
   while (true) {
     const std::int64_t id = selectedID();
-    const json::ValueRef now = id == kNoTorrentID ? json::ValueRef() : torrentWithID(torrents, id);
+    const TorrentSelection now = find(torrents, session, id);
     const std::lock_guard lock(torrentListLock_);
     if (onlyAfter && list_.version != *onlyAfter) {
       return false;
@@ -73,8 +74,8 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
     if (id != kNoTorrentID && anotherSession && !isStillMeant(selection_, now)) {
       platform::log("The daemon's new session has another torrent under the selected id %ld, or none\n", id);
       selection_ = {};
-    } else if (!now.isAbsent()) {
-      selection_ = {id, session, TorrentIdentity::of(now)};
+    } else if (now.known) {
+      selection_ = now;
     }
     std::swap(list_.torrents, old);
     list_.session = session;
@@ -84,23 +85,26 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
   }
 }
 
-TorrentSelection TorrentListing::find(const Listed& list, std::int64_t id) {
-  TorrentSelection found{id, list.session, std::nullopt};
-  const json::ValueRef torrent = id == kNoTorrentID ? json::ValueRef() : torrentWithID(list.torrents, id);
+TorrentSelection TorrentListing::find(const json::Value& torrents, const SessionID& session,
+                                      std::int64_t id) {
+  TorrentSelection found{id, session, std::nullopt};
+  const json::ValueRef torrent = id == kNoTorrentID ? json::ValueRef() : torrentWithID(torrents, id);
   if (!torrent.isAbsent()) {
     found.known = TorrentIdentity::of(torrent);
+    found.twin = hasTwin(torrents, *found.known);
   }
   return found;
 }
 
 TorrentSelection TorrentListing::find(std::int64_t id) const {
-  return find(listed(), id);
+  const Listed list = listed();
+  return find(list.torrents, list.session, id);
 }
 
 void TorrentListing::select(std::int64_t id) {
   while (true) {
     const Listed list = listed();
-    TorrentSelection found = find(list, id);
+    TorrentSelection found = find(list.torrents, list.session, id);
     const std::lock_guard lock(torrentListLock_);
     if (list_.version == list.version) {
       selection_ = std::move(found);
@@ -112,7 +116,7 @@ void TorrentListing::select(std::int64_t id) {
 bool TorrentListing::select(const TorrentIdentity& shown) {
   while (true) {
     const Listed list = listed();
-    TorrentSelection found = find(list, shown.id);
+    TorrentSelection found = find(list.torrents, list.session, shown.id);
     const std::lock_guard lock(torrentListLock_);
     if (list_.version != list.version) {
       continue;

@@ -16,6 +16,7 @@ struct TorrentSelection {
   std::int64_t id = kNoTorrentID;
   std::optional<std::string> session;  // under which the list of that moment was fetched; absent without one
   std::optional<TorrentIdentity> known;  // absent for a torrent that was not in that list
+  bool twin = false;                     // another one of that list has the same name and size
 };
 
 // The torrent list, the session id under which it was fetched, and the selection, which is a place in that
@@ -37,8 +38,9 @@ class TorrentListing final {
   // A list that is none of the daemon's: an empty one, or an absent one.
   void replace(json::Value torrents);
   // A list that was fetched under `session`. A selection from another session is cleared unless the torrent
-  // is still there under its id, with the same name and size. With `onlyAfter`, does nothing and answers
-  // false when the list has changed since that version. `text`: the hash of the answer's text.
+  // is still there under its id, with the same name and size, which no other one has. With `onlyAfter`, does
+  // nothing and answers false when the list has changed since that version. `text`: the hash of the answer's
+  // text.
   bool store(const json::Value& torrents, const SessionID& session,
              std::optional<std::uint64_t> onlyAfter = std::nullopt,
              std::optional<std::size_t> text = std::nullopt);
@@ -61,7 +63,7 @@ class TorrentListing final {
     std::uint64_t version = 0;
   };
   Listed listed() const;
-  static TorrentSelection find(const Listed& list, std::int64_t id);
+  static TorrentSelection find(const json::Value& torrents, const SessionID& session, std::int64_t id);
 
   mutable std::mutex torrentListLock_;
   Listed list_;

@@ -48,6 +48,12 @@ TEST(TorrentListing, ASelectionSurvivesAnotherSessionOnlyAsTheSameTorrent) {
   listing.select(7);
   listing.store(json::JSONValue(R"([{"id":7,"name":"seven"}])"), "second");
   EXPECT_EQ(listing.selection().id, -1) << "what was in no list means no torrent of another session";
+  const json::Value twins =
+      json::JSONValue(R"([{"id":1,"name":"a","totalSize":9},{"id":2,"name":"a","totalSize":9}])");
+  listing.store(twins, "third");
+  listing.select(1);
+  listing.store(twins, "fourth");
+  EXPECT_EQ(listing.selection().id, -1) << "nobody can tell which of the two is which";
 }
 
 TEST(TorrentListing, AListThatCameLateIsNotStored) {

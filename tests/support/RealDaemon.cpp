@@ -92,6 +92,13 @@ void RealDaemon::launch() {
   _exit(127);
 }
 
+// The daemon keeps a file for each of its torrents.
+std::size_t RealDaemon::keptTorrents() const {
+  std::error_code problem;
+  const std::filesystem::directory_iterator files(inFolder("torrents"), problem);
+  return problem ? 0 : static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
 bool RealDaemon::hasEnded() {
   if (process_ > 0 && waitpid(process_, nullptr, WNOHANG) != 0) {
     process_ = -1;
@@ -107,7 +114,7 @@ bool RealDaemon::isReady() {
     return false;
   }
   const std::string stats = rpc(R"({"method":"session-stats"})");
-  return stats.find("\"torrentCount\":" + std::to_string(torrents_) + ",") != std::string::npos;
+  return stats.find("\"torrentCount\":" + std::to_string(keptTorrents()) + ",") != std::string::npos;
 }
 
 void RealDaemon::stop() {
@@ -122,6 +129,13 @@ void RealDaemon::stop() {
 
 void RealDaemon::restart() {
   stop();
+  start();
+}
+
+void RealDaemon::restart(std::string credentials) {
+  stop();
+  options_.credentials = std::move(credentials);
+  writeSettings();
   start();
 }
 
@@ -149,14 +163,13 @@ std::string RealDaemon::rpc(const std::string& body) {
 
 void RealDaemon::addTorrents(int count, const std::string& prefix) {
   for (int i = 0; i < count; ++i) {
-    const TinyTorrent torrent =
-        makeTinyTorrent(prefix + "-" + std::to_string(i), static_cast<int>(torrents_));
+    const TinyTorrent torrent = makeTinyTorrent(prefix + "-" + std::to_string(i), added_);
     const std::string answer = rpc(R"({"method":"torrent-add","arguments":{"paused":true,"metainfo":")" +
                                    base64(torrent.metainfo) + "\"}}");
     if (answer.find("\"torrent-added\"") == std::string::npos) {
       throw std::runtime_error("a torrent was not added: " + answer);
     }
-    ++torrents_;
+    ++added_;
   }
 }
 

@@ -38,17 +38,19 @@ class RealDaemon final {
   // Sends one RPC request and returns the JSON answer; deals with the session id.
   std::string rpc(const std::string& body);
 
-  // Adds so many paused torrents, "PREFIX-0" and so on.
+  // Adds so many paused torrents, "PREFIX-0" and so on. Each is another one.
   void addTorrents(int count, const std::string& prefix = "tiny");
 
   void stop();     // until restart()
   void restart();  // same directory and port; the torrents' ids may be others than before
+  void restart(std::string credentials);  // from now on with these
 
  private:
   std::string inFolder(const char* name) const;
   void writeSettings() const;
   void start();
   void launch();
+  std::size_t keptTorrents() const;
   bool hasEnded();
   bool isReady();
   platform::HttpAnswer post(const std::string& body);
@@ -57,7 +59,7 @@ class RealDaemon final {
   QTemporaryDir folder_;
   pid_t process_ = -1;
   int port_ = 0;
-  std::size_t torrents_ = 0;
+  int added_ = 0;
   std::string sessionId_;
   platform::CurlHttp http_;
 };
