@@ -30,7 +30,10 @@ TEST(PropertyList, WhatIsWrittenReadsBackTheSame) {
 
 TEST(PropertyList, WhatIsNoPropertyListIsRefusedWithAReason) {
   std::string deep;
-  for (int i = 0; i < 100'000; ++i) deep += "<array>";
+  for (int i = 0; i < 100'000; ++i) deep += "<array><!--</array>-->";
+  std::string closed = "<plist>";
+  for (int i = 0; i < 34; ++i) closed += "<array>";
+  for (int i = 0; i < 34; ++i) closed += "</array>";
   const std::string cases[]{
       "",
       "port 9091",
@@ -38,6 +41,7 @@ TEST(PropertyList, WhatIsNoPropertyListIsRefusedWithAReason) {
       "<plist><dict><key>cut off</key>",
       "<plist><dict><key>when</key><date>2026-11-21T05:52:00Z</date></dict></plist>",
       "<plist>" + deep,
+      closed + "</plist>",
   };
   for (const std::string& bytes : cases) {
     std::string error;
