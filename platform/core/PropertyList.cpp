@@ -3,6 +3,7 @@
 #include <plist/plist.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -37,6 +38,15 @@ bool hasTooManyContainers(std::string_view xml) {
 }
 
 PropertyList fromNode(plist_t node, int depth);
+
+// Asked for a copy of a text that has a zero in it, the library would abort.
+std::string textFrom(plist_t node) {
+  std::uint64_t length = 0;
+  const char* const text = plist_get_string_ptr(node, &length);
+  if (text == nullptr) return "";
+  if (std::strlen(text) != length) throw std::invalid_argument("it holds a text that has a zero in it");
+  return {text, length};
+}
 
 PropertyList arrayFrom(plist_t node, int depth) {
   PropertyList::Array items;
@@ -81,12 +91,8 @@ PropertyList fromNode(plist_t node, int depth) {
       plist_get_real_val(node, &value);
       return PropertyList::real(value);
     }
-    case PLIST_STRING: {
-      char* text = nullptr;
-      plist_get_string_val(node, &text);
-      const Text owned(text);
-      return text == nullptr ? "" : text;
-    }
+    case PLIST_STRING:
+      return textFrom(node);
     case PLIST_ARRAY:
       return arrayFrom(node, depth);
     case PLIST_DICT:

@@ -41,6 +41,8 @@ TEST(PropertyList, WhatIsNoPropertyListIsRefusedWithAReason) {
       "<plist><dict><key>cut off</key>",
       "<plist><dict><key>when</key><date>2026-11-21T05:52:00Z</date></dict></plist>",
       "<plist>" + deep,
+      std::string("<plist><string>\0</string></plist>", 33),
+      "<plist><dict><key>Port</key><string>90&#x00;91</string></dict></plist>",
       closed + "</plist>",
   };
   for (const std::string& bytes : cases) {
