@@ -14,6 +14,15 @@ if(SEEDMOTE_SANITIZE)
     -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(seedmote-flags INTERFACE -fsanitize=${SEEDMOTE_SANITIZE})
 endif()
+if(SEEDMOTE_SANITIZE MATCHES "address" AND NOT SEEDMOTE_FUZZ)
+  # Not _GLIBCXX_DEBUG, which GoogleTest's library would have to be built with as well.
+  target_compile_definitions(seedmote-flags INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(SEEDMOTE_FUZZ)
+  # No test of GoogleTest's is built then.
+  target_compile_options(seedmote-flags INTERFACE -fsanitize=fuzzer-no-link)
+  target_compile_definitions(seedmote-flags INTERFACE _GLIBCXX_DEBUG)
+endif()
 if(SEEDMOTE_SANITIZE STREQUAL "thread")
   # Qt's atomics use fences, which the thread sanitizer does not follow.
   target_compile_options(seedmote-flags INTERFACE -Wno-tsan)
@@ -48,6 +57,24 @@ function(seedmote_write_room_list)
   file(WRITE ${CMAKE_BINARY_DIR}/rooms.txt "${text}\n")
 endfunction()
 
+# The surroundings of every test that runs a program of ours: no screen, and what the sanitizers are to look for and
+# to leave out. With them a program takes several times as long.
+set(seedmote_sanitizer_options
+  "ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1:check_initialization_order=1:detect_leaks=1"
+  "UBSAN_OPTIONS=print_stacktrace=1"
+  "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
+  "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:die_after_fork=0:detect_deadlocks=1:second_deadlock_stack=1")
+set(seedmote_test_seconds 120)
+set(seedmote_gui_test_seconds 300)
+if(SEEDMOTE_SANITIZE)
+  set(seedmote_test_seconds 600)
+  set(seedmote_gui_test_seconds 900)
+endif()
+function(seedmote_test_surroundings name)
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${seedmote_test_seconds}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR};${seedmote_sanitizer_options}")
+endfunction()
+
 # seedmote_test(NAME SOURCES file... [ROOMS room...] [LIBRARIES target...] [LABELS label...])
 # One test program, one ctest entry: the program starts once, not once for each case.
 function(seedmote_test name)
@@ -58,8 +85,7 @@ function(seedmote_test name)
   add_executable(${name} ${test_SOURCES})
   target_link_libraries(${name} PRIVATE seedmote-flags ${test_ROOMS} ${test_LIBRARIES} GTest::gtest GTest::gmock)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 120
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR};LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:die_after_fork=0")
+  seedmote_test_surroundings(${name})
   if(test_LABELS)
     set_tests_properties(${name} PROPERTIES LABELS "${test_LABELS}")
   endif()

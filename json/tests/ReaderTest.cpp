@@ -157,6 +157,7 @@ TEST(Reader, Strings) {
       {R"(["\ud834\n12345"])", "! Missing low character in surrogate pair"},
       {R"(["\ud834\u12g4"])", "! Missing low character in surrogate pair"},
       {R"(["\ud834\u0041"])", "! Invalid low character in surrogate pair"},
+      {R"(["\ud834\ue000"])", "! Invalid low character in surrogate pair"},
       {R"(["\ud834abc)", "! Unexpected end of input"},
       {R"(["\ud834"])", "! Unexpected end of input"},
       {R"(["\u12)", "! Unexpected end of input"},

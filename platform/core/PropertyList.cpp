@@ -3,6 +3,7 @@
 #include <plist/plist.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -13,6 +14,7 @@ namespace seedmote::platform {
 namespace {
 
 constexpr int kDeepest = 32;
+constexpr int kMostContainers = 4096;
 
 struct FreeNode {
   void operator()(void* node) const { plist_free(node); }
@@ -24,32 +26,38 @@ struct FreeText {
 };
 using Text = std::unique_ptr<char, FreeText>;
 
-// The library takes its nodes apart by recursion, so what is nested without end must not reach it.
-bool isNestedTooDeep(std::string_view xml) {
-  int depth = 0;
+// The library takes its nodes apart by recursion, so too many must not reach it that may be nested. Which of
+// them are closed only the library knows: what looks like the end of one may stand in a comment.
+bool hasTooManyContainers(std::string_view xml) {
+  int count = 0;
   for (std::size_t at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
-    const std::string_view tag = xml.substr(at + 1, 6);
-    if (tag.starts_with("array/") || tag.starts_with("dict/")) continue;  // empty, and closed at once
-    if (tag.starts_with("array") || tag.starts_with("dict")) {
-      if (++depth > kDeepest) return true;
-    } else if (tag.starts_with("/array") || tag.starts_with("/dict")) {
-      --depth;
-    }
+    const std::string_view tag = xml.substr(at + 1, 5);
+    if ((tag == "array" || tag.starts_with("dict")) && ++count > kMostContainers) return true;
   }
   return false;
 }
 
-PropertyList fromNode(plist_t node);
+PropertyList fromNode(plist_t node, int depth);
 
-PropertyList arrayFrom(plist_t node) {
+// Asked for a copy of a text that has a zero in it, the library would abort.
+std::string textFrom(plist_t node) {
+  std::uint64_t length = 0;
+  const char* const text = plist_get_string_ptr(node, &length);
+  if (text == nullptr) return "";
+  if (std::strlen(text) != length) throw std::invalid_argument("it holds a text that has a zero in it");
+  return {text, length};
+}
+
+PropertyList arrayFrom(plist_t node, int depth) {
   PropertyList::Array items;
   const std::uint32_t size = plist_array_get_size(node);
   items.reserve(size);
-  for (std::uint32_t i = 0; i < size; ++i) items.push_back(fromNode(plist_array_get_item(node, i)));
+  for (std::uint32_t i = 0; i < size; ++i)
+    items.push_back(fromNode(plist_array_get_item(node, i), depth + 1));
   return items;
 }
 
-PropertyList dictionaryFrom(plist_t node) {
+PropertyList dictionaryFrom(plist_t node, int depth) {
   PropertyList::Dictionary entries;
   plist_dict_iter given = nullptr;
   plist_dict_new_iter(node, &given);
@@ -60,12 +68,13 @@ PropertyList dictionaryFrom(plist_t node) {
     plist_dict_next_item(node, iterator.get(), &key, &item);
     const Text owned(key);
     if (item == nullptr) break;
-    entries.insert_or_assign(std::string(key), fromNode(item));
+    entries.insert_or_assign(std::string(key), fromNode(item, depth + 1));
   }
   return entries;
 }
 
-PropertyList fromNode(plist_t node) {
+PropertyList fromNode(plist_t node, int depth) {
+  if (depth > kDeepest) throw std::invalid_argument("it is nested too deep");
   switch (plist_get_node_type(node)) {
     case PLIST_BOOLEAN: {
       std::uint8_t value = 0;
@@ -82,16 +91,12 @@ PropertyList fromNode(plist_t node) {
       plist_get_real_val(node, &value);
       return PropertyList::real(value);
     }
-    case PLIST_STRING: {
-      char* text = nullptr;
-      plist_get_string_val(node, &text);
-      const Text owned(text);
-      return text == nullptr ? "" : text;
-    }
+    case PLIST_STRING:
+      return textFrom(node);
     case PLIST_ARRAY:
-      return arrayFrom(node);
+      return arrayFrom(node, depth);
     case PLIST_DICT:
-      return dictionaryFrom(node);
+      return dictionaryFrom(node, depth);
     default:
       throw std::invalid_argument("it holds a value of a kind that is not used here");
   }
@@ -212,13 +217,13 @@ PropertyList PropertyList::parse(std::string_view bytes, std::string* error) {
     return PropertyList();
   };
   if (bytes.size() > std::numeric_limits<std::int32_t>::max()) return refuse("it is too large");
-  if (isNestedTooDeep(bytes)) return refuse("it is nested too deep");
+  if (hasTooManyContainers(bytes)) return refuse("it holds too many arrays and dictionaries");
   plist_t parsed = nullptr;
   plist_from_xml(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &parsed);
   const Node node(parsed);
   if (!node) return refuse("it is no XML property list");
   try {
-    return fromNode(node.get());
+    return fromNode(node.get(), 0);
   } catch (const std::invalid_argument& unusable) {
     return refuse(unusable.what());
   }

@@ -47,7 +47,8 @@ class PropertyList {
   static bool holdsSecret(const Dictionary& dictionary, std::string_view key);
 
   // XML. Absent values are left out. `parse` gives an absent value and a message in `error` for what is no
-  // property list, holds a kind that is not used here, or is nested more than 32 deep.
+  // property list, holds a kind that is not used here, is nested more than 32 deep, or has more than 4,096
+  // arrays and dictionaries.
   std::string toXml() const;
   static PropertyList parse(std::string_view bytes, std::string* error = nullptr);
 

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QTimer>
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <limits>
 #include <utility>
@@ -50,29 +51,36 @@ class Timers::Impl {
     }
   }
 
-  // Armed anew before anything fires: what fires may wait for long, and the overlay's timers go on then.
+  // What fires may wait for long, and the overlay's timers go on then: those whose time has come as well
+  // stand where the turn finds them that comes in between, and the clock is armed for it.
   void fireDue() {
-    const std::vector<std::shared_ptr<Timer>> due = takeDue(clock.now());
+    takeDue(clock.now());
     arm();
-    for (const auto& timer : due) {
+    while (!due.empty()) {
+      const std::shared_ptr<Timer> timer = due.front();
+      due.pop_front();
+      if (due.empty()) {
+        arm();
+      }
       deliver(timer);
     }
   }
 
  private:
   // Those whose time has come, in its order. They stay only when they repeat.
-  std::vector<std::shared_ptr<Timer>> takeDue(Clock::Duration now) {
-    std::vector<std::shared_ptr<Timer>> due;
+  void takeDue(Clock::Duration now) {
+    std::vector<std::shared_ptr<Timer>> found;
     std::erase_if(timers, [](const auto& timer) { return !*timer->active; });
-    std::copy_if(timers.begin(), timers.end(), std::back_inserter(due),
+    std::copy_if(timers.begin(), timers.end(), std::back_inserter(found),
                  [now](const auto& timer) { return timer->due <= now; });
-    std::stable_sort(due.begin(), due.end(), [](const auto& a, const auto& b) { return a->due < b->due; });
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto& a, const auto& b) { return a->due < b->due; });
     std::erase_if(timers, [now](const auto& timer) { return timer->due <= now && !timer->repeats; });
-    for (const auto& timer : due) {
+    for (const auto& timer : found) {
       // Turns that were missed are not made up for.
       timer->due += timer->interval * ((now - timer->due) / timer->interval + 1);
     }
-    return due;
+    due.insert(due.end(), found.begin(), found.end());
   }
 
   void deliver(const std::shared_ptr<Timer>& timer) {
@@ -100,15 +108,16 @@ class Timers::Impl {
 
   void arm() {
     std::erase_if(timers, [](const auto& timer) { return !*timer->active; });
-    if (timers.empty()) {
+    if (timers.empty() && due.empty()) {
       wakeUp.stop();
       return;
     }
-    Clock::Duration due = Clock::Duration::max();
+    const Clock::Duration now = clock.now();
+    Clock::Duration next = due.empty() ? Clock::Duration::max() : now;
     for (const auto& timer : timers) {
-      due = std::min(due, timer->due);
+      next = std::min(next, timer->due);
     }
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - clock.now());
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - now);
     const auto bounded =
         std::clamp<std::chrono::milliseconds::rep>(left.count(), 0, std::numeric_limits<int>::max());
     wakeUp.start(static_cast<int>(bounded));
@@ -117,6 +126,7 @@ class Timers::Impl {
   Clock& clock;
   MainThread& main;
   std::vector<std::shared_ptr<Timer>> timers;
+  std::deque<std::shared_ptr<Timer>> due;  // and not yet fired
   QTimer wakeUp;
 };
 

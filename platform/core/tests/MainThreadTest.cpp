@@ -216,6 +216,16 @@ TEST_F(TimersTest, TheOverlaysTimersRunWhileTheCallbackOfAScreensTimerWaits) {
   services.spinUntil([&] { return waited; });
 }
 
+// Both have their turn in the same moment, as on a busy machine.
+TEST_F(TimersTest, TheOverlaysTimersRunWhileWhatWasDueBeforeThemWaits) {
+  std::atomic<bool> faded{false};
+  const auto screen = timers.once("screen", 1, [&] { waitUntil([&] { return faded.load(); }); });
+  const auto overlay = timers.once(
+      "overlay", 2, [&] { faded = true; }, Lane::overlay);
+  services.clock.advanceSeconds(3);
+  EXPECT_TRUE(faded);
+}
+
 TEST_F(MainThreadTest, ThreadsAreNamedCountedAndEndTheirSleepAtStop) {
   std::atomic<bool> slept{true};
   std::atomic<bool> asleep{false};

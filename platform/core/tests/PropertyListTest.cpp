@@ -30,7 +30,10 @@ TEST(PropertyList, WhatIsWrittenReadsBackTheSame) {
 
 TEST(PropertyList, WhatIsNoPropertyListIsRefusedWithAReason) {
   std::string deep;
-  for (int i = 0; i < 100'000; ++i) deep += "<array>";
+  for (int i = 0; i < 100'000; ++i) deep += "<array><!--</array>-->";
+  std::string closed = "<plist>";
+  for (int i = 0; i < 34; ++i) closed += "<array>";
+  for (int i = 0; i < 34; ++i) closed += "</array>";
   const std::string cases[]{
       "",
       "port 9091",
@@ -38,6 +41,9 @@ TEST(PropertyList, WhatIsNoPropertyListIsRefusedWithAReason) {
       "<plist><dict><key>cut off</key>",
       "<plist><dict><key>when</key><date>2026-11-21T05:52:00Z</date></dict></plist>",
       "<plist>" + deep,
+      std::string("<plist><string>\0</string></plist>", 33),
+      "<plist><dict><key>Port</key><string>90&#x00;91</string></dict></plist>",
+      closed + "</plist>",
   };
   for (const std::string& bytes : cases) {
     std::string error;
