@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 
+#include "json/Digits.h"
 #include "json/Document.h"
 
 namespace seedmote::json::detail {
@@ -125,8 +126,8 @@ DecimalView decimalView(const Node& node, DigitBuffer& buffer) {
     view.digits = {node.longDecimal->digits(), node.longDecimal->digitCount};
     view.exponent = node.longDecimal->exponent;
   } else if (node.unsignedValue != 0) {
-    const auto end = std::to_chars(buffer.bytes, buffer.bytes + sizeof(buffer.bytes), node.unsignedValue);
-    view.digits = {buffer.bytes, static_cast<std::size_t>(end.ptr - buffer.bytes)};
+    const char* const end = putDigits(buffer.bytes, node.unsignedValue);
+    view.digits = {buffer.bytes, static_cast<std::size_t>(end - buffer.bytes)};
     view.exponent = static_cast<std::int16_t>(static_cast<std::uint16_t>(node.meta >> 16));
   }
   return view;
@@ -136,29 +137,28 @@ std::string decimalText(const Node& node) {
   DigitBuffer buffer;
   const DecimalView view = decimalView(node, buffer);
   if (view.notANumber) return "NaN";
-  std::string digits(view.digits);
+  std::string_view digits = view.digits;
   if (digits.empty()) return "0";
   std::int64_t exponent = view.exponent;
   // Zeros at the end go, as long as the exponent stays one that reads back as it is.
   while (digits.size() > 1 && digits.back() == '0' && exponent != highestShortExponent) {
-    digits.pop_back();
+    digits.remove_suffix(1);
     ++exponent;
   }
-  std::string text(view.negative ? "-" : "");
+  std::string text(view.negative ? 1 : 0, '-');
   if (exponent < -128 || exponent > 127) {
     // An exponent beyond 16 bits is only read as it stands behind 19 digits.
     const bool fits = exponent >= lowestShortExponent && exponent <= highestShortExponent;
-    while (!fits && digits.size() <= shortDigits) {
-      digits.push_back('0');
-      --exponent;
-    }
-    return text + digits + "E" + std::to_string(exponent);
+    const std::size_t zeros = fits || digits.size() > shortDigits ? 0 : shortDigits + 1 - digits.size();
+    text.append(digits).append(zeros, '0') += 'E';
+    return text += std::to_string(exponent - static_cast<std::int64_t>(zeros));
   }
-  if (exponent >= 0) return text + digits + std::string(static_cast<std::size_t>(exponent), '0');
+  if (exponent >= 0) return text.append(digits).append(static_cast<std::size_t>(exponent), '0');
   const auto places = static_cast<std::size_t>(-exponent);
-  if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
-  digits.insert(digits.size() - places, 1, '.');
-  return text + digits;
+  if (digits.size() <= places) return text.append("0.").append(places - digits.size(), '0').append(digits);
+  const std::size_t whole = digits.size() - places;
+  text.append(digits.substr(0, whole)) += '.';
+  return text.append(digits.substr(whole));
 }
 
 double decimalToDouble(const Node& node) {

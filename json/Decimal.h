@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "json/Digits.h"
 #include "json/Node.h"
 
 // Exact decimal numbers: sign, digits, and the power of ten of the last digit. For the files of this room.
@@ -24,7 +25,7 @@ struct DecimalView {
   std::int64_t exponent = 0;  // 10^exponent is the weight of the last digit
 };
 struct DigitBuffer {
-  char bytes[20];
+  char bytes[mostDigits];
 };
 
 inline Node shortDecimalNode(bool negative, std::uint64_t mantissa, std::int16_t exponent) {

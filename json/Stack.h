@@ -24,10 +24,12 @@ class Stack {
   T* at(std::size_t index) { return begin_ + index; }
   T& back() { return end_[-1]; }
   const T& back() const { return end_[-1]; }
-  void push(const T& value) {
+  void push(const T& value) { *extend() = value; }
+  // One more value, to be filled in.
+  T* extend() {
     if (end_ == limit_) [[unlikely]]
       grow();
-    *end_++ = value;
+    return end_++;
   }
   void pop() { --end_; }
   void truncate(std::size_t size) { end_ = begin_ + size; }

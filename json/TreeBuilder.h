@@ -58,7 +58,12 @@ class TreeBuilder {
   const char* takePredictedKey(const char* at, const char* end);
   void addKey(std::string_view text);
   void addOtherKey(std::string_view description, const Node* other);
-  void add(const Node& node) { nodes_.push(node); }
+  // In two halves, as nodes are made: a copy in one would wait until both halves are in memory.
+  void add(const Node& node) {
+    Node* const place = nodes_.extend();
+    place->meta = node.meta;
+    place->unsignedValue = node.unsignedValue;
+  }
   Node closeArray();
   Node closeDictionary();
 

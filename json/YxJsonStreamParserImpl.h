@@ -90,6 +90,12 @@ YxJsonStreamParserStatus YxJsonStreamParser<Delegate>::readTokens(const char*& p
         tell([&](Delegate& delegate) { delegate.parserFoundNull(*this); });
         transition(token);
         break;
+      case YxJsonToken::valueSeparator:
+        transition(YxJsonToken::valueSeparator);
+        break;
+      case YxJsonToken::keyValueSeparator:
+        transition(YxJsonToken::keyValueSeparator);
+        break;
       default:
         transition(token);
         break;

@@ -1,12 +1,8 @@
 #include "json/YxJsonStreamWriter.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <cstring>
 
-#include "json/Decimal.h"
-#include "json/Log.h"
 #include "json/Node.h"
 #include "json/WriterText.h"
 
@@ -22,14 +18,18 @@ struct YxJsonStreamWriter::Flush {
 };
 
 YxJsonStreamWriter::YxJsonStreamWriter()
-    : state_(&YxJsonStreamWriterStateStart::sharedInstance()), staging_(new char[stagingBytes]) {
+    : state_(&YxJsonStreamWriterStateStart::sharedInstance()),
+      staging_(new char[stagingBytes]),
+      at_(staging_.get()),
+      limit_(at_ + stagingBytes) {
   stateStack_.reserve(32);
 }
 
 void YxJsonStreamWriter::flush() {
-  if (used_ == 0) return;
-  const std::size_t length = std::exchange(used_, 0);
-  appendBytes(staging_.get(), length);
+  const auto length = static_cast<std::size_t>(at_ - staging_.get());
+  if (length == 0) return;
+  at_ = staging_.get();
+  appendBytes(at_, length);
 }
 
 void YxJsonStreamWriter::put(std::string_view text) {
@@ -39,7 +39,7 @@ void YxJsonStreamWriter::put(std::string_view text) {
   }
   char* to = room(text.size());
   if (!text.empty()) std::memcpy(to, text.data(), text.size());
-  used_ += text.size();
+  at_ = to + text.size();
 }
 
 bool YxJsonStreamWriter::fail(std::string_view message) {
@@ -77,41 +77,6 @@ bool YxJsonStreamWriter::close(char bracket) {
   return true;
 }
 
-inline bool YxJsonStreamWriter::beginScalar() {
-  if (state_->isInvalidState(*this) || state_->expectingKey(*this)) return false;
-  state_->appendSeparator(*this);
-  if (humanReadable_) state_->appendWhitespace(*this);
-  return true;
-}
-
-bool YxJsonStreamWriter::putScalar(std::string_view text) {
-  if (!beginScalar()) return false;
-  put(text);
-  state_->transitionState(*this);
-  return true;
-}
-
-bool YxJsonStreamWriter::putString(std::string_view text) {
-  if (state_->isInvalidState(*this)) return false;
-  state_->appendSeparator(*this);
-  if (humanReadable_) state_->appendWhitespace(*this);
-  putQuoted(text);
-  state_->transitionState(*this);
-  return true;
-}
-
-// Copies into the staging buffer as long as nothing has to be escaped, which is nearly always.
-void YxJsonStreamWriter::putQuoted(std::string_view text) {
-  if (text.size() + 2 > stagingBytes) return putEscaped(text, 0);
-  char* to = room(text.size() + 2);
-  const std::size_t plain = detail::copyPlain(to + 1, text);
-  if (plain != text.size()) [[unlikely]]
-    return putEscaped(text, plain);
-  to[0] = '"';
-  to[text.size() + 1] = '"';
-  used_ += text.size() + 2;
-}
-
 // For a text whose first `plain` bytes at least need no escape.
 void YxJsonStreamWriter::putEscaped(std::string_view text, std::size_t plain) {
   if (text.size() <= longestCached) {
@@ -142,38 +107,6 @@ std::string YxJsonStreamWriter::escaped(std::string_view text) const {
     text.remove_prefix(plain + 1);
   }
   return quoted += '"';
-}
-
-bool YxJsonStreamWriter::putNumber(const Node& node) {
-  if (node.kind() == Kind::boolean) return putScalar(node.unsignedValue != 0 ? "true" : "false");
-  if (!beginScalar()) return false;
-  constexpr std::size_t numberBytes = 128;
-  char* const to = room(numberBytes);
-  std::to_chars_result printed{to, {}};
-  switch (node.kind()) {
-    case Kind::signedInteger:
-      printed = std::to_chars(to, to + numberBytes, node.signedValue);
-      break;
-    case Kind::unsignedInteger:
-      printed = std::to_chars(to, to + numberBytes, node.unsignedValue);
-      break;
-    case Kind::decimal:
-      if (detail::isNotANumber(node)) return fail("NaN is not a valid number in JSON");
-      put(detail::decimalText(node));
-      state_->transitionState(*this);
-      return true;
-    default:
-      if (std::isnan(node.real)) return fail("NaN is not a valid number in JSON");
-      if (std::isinf(node.real)) {
-        return fail(node.real > 0 ? "+Infinity is not a valid number in JSON"
-                                  : "-Infinity is not a valid number in JSON");
-      }
-      printed = std::to_chars(to, to + numberBytes, node.real, std::chars_format::general, 17);
-      break;
-  }
-  used_ += static_cast<std::size_t>(printed.ptr - to);
-  state_->transitionState(*this);
-  return true;
 }
 
 bool YxJsonStreamWriter::writeObject(ValueRef dictionary) {

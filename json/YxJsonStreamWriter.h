@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,6 +13,10 @@
 #include "json/YxJsonStreamWriterState.h"
 
 namespace seedmote::json {
+
+namespace detail {
+struct Key;
+}
 
 // Gets the text of a stream writer, UTF-8, in pieces: at the latest when the operation ends that made it.
 class YxJsonStreamWriterDelegate {
@@ -76,10 +81,15 @@ class YxJsonStreamWriter {
   bool fail(std::string_view message);
   bool open(const YxJsonStreamWriterState& inner, char bracket);
   bool close(char bracket);
+  void separate();
+  bool beginString();
   bool beginScalar();
   bool putScalar(std::string_view text);
   bool putString(std::string_view text);
+  bool putKey(const detail::Key& key);
   bool putNumber(const detail::Node& node);
+  bool putInteger(bool negative, std::uint64_t bits);
+  bool putReal(double value);
   void putQuoted(std::string_view text);
   void putEscaped(std::string_view text, std::size_t plain);
   std::string escaped(std::string_view text) const;
@@ -87,19 +97,20 @@ class YxJsonStreamWriter {
   bool openLevel(const detail::Node& node, std::vector<Level>& levels);
   bool putForeign(ValueRef value, std::vector<Level>& levels, std::vector<Value>& proxies);
   bool putValue(ValueRef value, std::vector<Level>& levels, std::vector<Value>& proxies);
-  bool putNext(std::vector<Level>& levels, std::vector<Value>& proxies);
+  bool putRest(std::vector<Level>& levels, std::vector<Value>& proxies);
   void putWhitespace(bool oneBlank);
 
   void put(char byte) {
-    *room(1) = byte;
-    ++used_;
+    char* const to = room(1);
+    *to = byte;
+    at_ = to + 1;
   }
   void put(std::string_view text);
-  // Where the next bytes go, at most stagingBytes; who writes them counts them in used_.
+  // Where the next bytes go, at most stagingBytes; who writes them moves at_ behind them.
   char* room(std::size_t bytes) {
-    if (stagingBytes - used_ < bytes) [[unlikely]]
+    if (static_cast<std::size_t>(limit_ - at_) < bytes) [[unlikely]]
       flush();
-    return staging_.get() + used_;
+    return at_;
   }
   void flush();
 
@@ -117,7 +128,8 @@ class YxJsonStreamWriter {
   // as looked up, and is not kept.
   std::unordered_map<std::string, std::string, TextHash, std::equal_to<>> cache_;
   std::unique_ptr<char[]> staging_;
-  std::size_t used_ = 0;
+  char* at_;           // in the staging buffer, where the next byte goes
+  const char* limit_;  // the staging buffer's end
 };
 
 inline bool YxJsonStreamWriterState::isInvalidState(YxJsonStreamWriter& writer) const {

@@ -12,9 +12,10 @@ namespace seedmote::json {
 class YxJsonStreamWriterAccumulator final : public YxJsonStreamWriterDelegate {
  public:
   void appendBytes(YxJsonStreamWriter&, const char* bytes, std::size_t length) override {
-    // After a large piece little follows: doubling would touch its size once more.
+    // Doubling would move a long text many times; after a large piece little follows.
     const std::size_t needed = data_.size() + length;
-    if (length >= largePiece && needed > data_.capacity()) data_.reserve(needed + length / 8);
+    if (needed > data_.capacity())
+      data_.reserve(needed + (length >= largePiece ? length / 8 : data_.size() * 3));
     data_.append(bytes, length);
   }
   const std::string& data() const { return data_; }

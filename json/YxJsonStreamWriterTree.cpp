@@ -1,11 +1,16 @@
 #include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
 
+#include "json/Decimal.h"
+#include "json/Digits.h"
 #include "json/Node.h"
 #include "json/WriterText.h"
 #include "json/YxJsonStreamWriter.h"
 
-// The tree side of the stream writer. Open containers lie on a list, not on the machine's stack, so that
-// without a depth limit a value of any depth can be written.
+// The tree side of the stream writer, and the scalars, which it writes by the thousand. Open containers lie
+// on a list, not on the machine's stack, so that without a depth limit a value of any depth can be written.
 namespace seedmote::json {
 
 using detail::Node;
@@ -19,34 +24,136 @@ struct YxJsonStreamWriter::Level {
   const Node* values = nullptr;
 };
 
+inline void YxJsonStreamWriter::separate() {
+  state_->appendSeparator(*this);
+  if (humanReadable_) state_->appendWhitespace(*this);
+}
+
+// A string may also be a key.
+inline bool YxJsonStreamWriter::beginString() {
+  if (state_->isInvalidState(*this)) return false;
+  separate();
+  return true;
+}
+
+inline bool YxJsonStreamWriter::beginScalar() {
+  if (state_->isInvalidState(*this) || state_->expectingKey(*this)) return false;
+  separate();
+  return true;
+}
+
+bool YxJsonStreamWriter::putScalar(std::string_view text) {
+  if (!beginScalar()) return false;
+  put(text);
+  state_->transitionState(*this);
+  return true;
+}
+
+bool YxJsonStreamWriter::putString(std::string_view text) {
+  if (!beginString()) return false;
+  putQuoted(text);
+  state_->transitionState(*this);
+  return true;
+}
+
+// Copies into the staging buffer as long as nothing has to be escaped, which is nearly always.
+void YxJsonStreamWriter::putQuoted(std::string_view text) {
+  if (text.size() + 2 > stagingBytes) return putEscaped(text, 0);
+  char* to = room(text.size() + 2);
+  const std::size_t plain = detail::copyPlain(to + 1, text);
+  if (plain != text.size()) [[unlikely]]
+    return putEscaped(text, plain);
+  to[0] = '"';
+  to[text.size() + 1] = '"';
+  at_ = to + text.size() + 2;
+}
+
+// Which keys need no escapes is known: most are copied at once, with the quote that stands behind them.
+bool YxJsonStreamWriter::putKey(const detail::Key& key) {
+  if (key.other != nullptr) return fail("JSON object key must be string: " + std::string(key.view()));
+  if (!key.plain || key.length > longestCached) return putString(key.view());
+  if (!beginString()) return false;
+  constexpr std::size_t readable = 16;
+  const std::size_t quotedLength = key.length + 1;
+  char* const to = room(1 + quotedLength + readable);
+  to[0] = '"';
+  std::memcpy(to + 1, key.text(), readable);
+  if (quotedLength > readable) std::memcpy(to + 1, key.text(), quotedLength);
+  at_ = to + 1 + quotedLength;
+  state_->transitionState(*this);
+  return true;
+}
+
+bool YxJsonStreamWriter::putNumber(const Node& node) {
+  switch (node.kind()) {
+    case Kind::boolean:
+      return putScalar(node.unsignedValue != 0 ? "true" : "false");
+    case Kind::signedInteger:
+      return putInteger(node.signedValue < 0, node.unsignedValue);
+    case Kind::unsignedInteger:
+      return putInteger(false, node.unsignedValue);
+    case Kind::decimal:
+      if (!beginScalar()) return false;
+      if (detail::isNotANumber(node)) return fail("NaN is not a valid number in JSON");
+      put(detail::decimalText(node));
+      break;
+    default:
+      if (!beginScalar() || !putReal(node.real)) return false;
+      break;
+  }
+  state_->transitionState(*this);
+  return true;
+}
+
+bool YxJsonStreamWriter::putInteger(bool negative, std::uint64_t bits) {
+  if (!beginScalar()) return false;
+  char* const to = room(1 + detail::mostDigits);
+  to[0] = '-';
+  at_ = detail::putDigits(to + (negative ? 1 : 0), negative ? 0 - bits : bits);
+  state_->transitionState(*this);
+  return true;
+}
+
+bool YxJsonStreamWriter::putReal(double value) {
+  if (std::isnan(value)) return fail("NaN is not a valid number in JSON");
+  if (std::isinf(value)) {
+    return fail(value > 0 ? "+Infinity is not a valid number in JSON"
+                          : "-Infinity is not a valid number in JSON");
+  }
+  constexpr std::size_t numberBytes = 128;
+  char* const to = room(numberBytes);
+  at_ = std::to_chars(to, to + numberBytes, value, std::chars_format::general, 17).ptr;
+  return true;
+}
+
 bool YxJsonStreamWriter::putTree(ValueRef root) {
   std::vector<Level> levels;
   std::vector<Value> proxies;
   if (!putValue(root, levels, proxies)) return false;
   while (!levels.empty()) {
-    if (levels.back().next != levels.back().end) {
-      if (!putNext(levels, proxies)) return false;
-    } else {
-      const char bracket = levels.back().keys == nullptr ? ']' : '}';
-      levels.pop_back();
-      if (!close(bracket)) return false;
-    }
+    if (!putRest(levels, proxies)) return false;
   }
   return true;
 }
 
-bool YxJsonStreamWriter::putNext(std::vector<Level>& levels, std::vector<Value>& proxies) {
+// Goes on with the innermost container, to its end or up to the next one that lies in it.
+bool YxJsonStreamWriter::putRest(std::vector<Level>& levels, std::vector<Value>& proxies) {
+  const std::size_t depth = levels.size();
   Level& level = levels.back();
-  const Node* value = level.next++;
-  if (level.keys != nullptr) {
-    auto place = static_cast<std::size_t>(value - level.values);
-    if (!level.order.empty()) place = level.order[place];
-    value = level.values + place;
-    const detail::Key* key = level.keys[place];
-    if (key->other != nullptr) return fail("JSON object key must be string: " + std::string(key->view()));
-    if (!putString(key->view())) return false;
+  while (level.next != level.end) {
+    const Node* value = level.next++;
+    if (level.keys != nullptr) {
+      auto place = static_cast<std::size_t>(value - level.values);
+      if (!level.order.empty()) place = level.order[place];
+      value = level.values + place;
+      if (!putKey(*level.keys[place])) return false;
+    }
+    if (!putValue(ValueRef(value), levels, proxies)) return false;
+    if (levels.size() != depth) return true;
   }
-  return putValue(ValueRef(value), levels, proxies);
+  const char bracket = level.keys == nullptr ? ']' : '}';
+  levels.pop_back();
+  return close(bracket);
 }
 
 bool YxJsonStreamWriter::openLevel(const Node& node, std::vector<Level>& levels) {

@@ -75,13 +75,13 @@ YxJsonToken YxJsonTokeniser::getLongNumber(const char* first, const char* last, 
 
 // A string with escapes or characters beyond ASCII, a faulty one, or one that the data's end cuts. A
 // fragment, the bytes between two escapes, must be well-formed UTF-8 by itself; that counts only once its
-// stopping byte is there.
-YxJsonToken YxJsonTokeniser::getStringSlowly(const char*& at, const char* end, YxJsonTokenValue& value) {
+// stopping byte is there. The string begins at `at`; up to `next` it has been read already.
+YxJsonToken YxJsonTokeniser::getStringSlowly(const char*& at, const char* next, const char* end,
+                                             YxJsonTokenValue& value) {
   const char* const content = at + 1;
   CutToken state = cut_;
   cut_ = {};
   if (!state.accumulating) accumulator_.clear();
-  const char* next = content + state.scanned;
   const char* fragment = content + state.fragment;
   const auto waitFrom = [&](const char* place) {
     if (end - content > longToken) {

@@ -62,7 +62,7 @@ class YxJsonTokeniser {
   YxJsonToken waitForNumber(const char* at, const char* end);
   bool numberGoesOn(const char* at, const char* end);
   YxJsonToken getLongNumber(const char* first, const char* last, YxJsonTokenValue& value);
-  YxJsonToken getStringSlowly(const char*& at, const char* end, YxJsonTokenValue& value);
+  YxJsonToken getStringSlowly(const char*& at, const char* next, const char* end, YxJsonTokenValue& value);
   YxJsonToken match(const char*& at, const char* end, std::string_view literal, YxJsonToken token);
   enum class Escape { done, cut, failed };
   Escape getEscape(const char*& at, const char* end);
@@ -121,15 +121,16 @@ inline const char* YxJsonTokeniser::skipPlain(const char* at, const char* end) {
 
 [[gnu::always_inline]] inline YxJsonToken YxJsonTokeniser::getStringToken(const char*& at, const char* end,
                                                                           YxJsonTokenValue& value) {
+  const char* stop = at + 1 + cut_.scanned;
   if (cut_.scanned == 0) [[likely]] {
-    const char* const stop = skipPlain(at + 1, end);
+    stop = skipPlain(stop, end);
     if (stop != end && *stop == '"') [[likely]] {
       value.text = {at + 1, static_cast<std::size_t>(stop - at - 1)};
       at = stop + 1;
       return YxJsonToken::string;
     }
   }
-  return getStringSlowly(at, end, value);
+  return getStringSlowly(at, stop, end, value);
 }
 
 [[gnu::always_inline]] inline YxJsonToken YxJsonTokeniser::getNumberToken(const char*& at, const char* end,

@@ -76,6 +76,19 @@ TEST(Writer, Values) {
   for (const Case& test : failures) EXPECT_EQ(write(test.value), "! " + test.text);
 }
 
+TEST(Writer, IntegersOfEveryLength) {
+  std::mt19937_64 random(5);
+  for (int shift = 0; shift < 64; ++shift) {
+    std::uint64_t power = 1;
+    for (int i = 0; i < shift % 20; ++i) power *= 10;
+    for (const std::uint64_t value : {power - 1, power, power + 1, random() >> shift}) {
+      EXPECT_EQ(write(listOf(Value::unsignedInteger(value))), "[" + std::to_string(value) + "]");
+      const auto negative = -static_cast<std::int64_t>(value >> 1);
+      EXPECT_EQ(write(listOf(Value::integer(negative))), "[" + std::to_string(negative) + "]");
+    }
+  }
+}
+
 // An object that names itself as its proxy must not keep the writer for ever.
 TEST(Writer, EndlessProxiesAreRefused) {
   Value self;
@@ -172,6 +185,7 @@ TEST(Writer, TextsOfEveryLengthSurvive) {
         text[special] = byte;
         texts.push_back(Value::string(text));
         texts.push_back(Value::string(text));
+        texts.push_back(Value::dictionary({{text, Value::null()}}));
       }
     }
   }
