@@ -214,7 +214,7 @@ void Person::resize() {
 }
 
 void Person::close() {
-  hand_.closeWindow();
+  if (!stays_) hand_.closeWindow();
 }
 
 bool Person::comeToRest() {

@@ -19,6 +19,9 @@ class Person final {
  public:
   Person(MainLoop& loop, DaemonKeeper& keeper, bool touches, unsigned seed, std::string folder);
 
+  // Closes the window no more.
+  void stay() { stays_ = true; }
+
   // Does one thing or another, or nothing for a moment.
   void act();
   int acts() const { return acts_; }
@@ -69,6 +72,7 @@ class Person final {
   Hand hand_;
   std::mt19937 random_;
   std::string folder_;  // for the files that are handed over
+  bool stays_ = false;
   int acts_ = 0;
   int made_ = 0;  // torrents
 };

@@ -25,7 +25,7 @@ RVSettingsStore storeOfProgram() {
 
 }  // namespace
 
-Shell::Shell(platform::Idiom idiom)
+Shell::Shell(platform::Idiom idiom, bool restarts)
     : services_(platform::Device(idiom, "7.0", "soak"),
                 idiom == platform::Idiom::tablet ? kUprightTablet : kUprightPhone),
       ui_(std::make_unique<support::TestUiServices>()),
@@ -43,7 +43,9 @@ Shell::Shell(platform::Idiom idiom)
   delegate_ = std::make_unique<RVAppDelegate>(store_);
   delegate_->didFinishLaunchingWithOptions();
   delegate_->refreshEvery(7);
-  delegate_->onRestart([&main] { main.quit(); });
+  delegate_->onRestart([&main, restarts] {
+    if (restarts) main.quit();
+  });
   main.onQuit([this] { bar().endEditing(); });
   delegate_->window().requestActivate();
   intake_.deliverTo(*delegate_);

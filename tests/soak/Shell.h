@@ -16,7 +16,8 @@ namespace seedmote::soak {
 // leave the program is in memory: copied texts and links that are opened. Main thread.
 class Shell final {
  public:
-  explicit Shell(platform::Idiom idiom);
+  // `restarts`: when the person asks for it after a change of the server. Else that does nothing.
+  Shell(platform::Idiom idiom, bool restarts);
   ~Shell();
   Shell(const Shell&) = delete;
   Shell& operator=(const Shell&) = delete;

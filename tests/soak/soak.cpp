@@ -3,8 +3,9 @@
 // the list must be the daemon's, and what the process holds is written down. At the end that must be flat
 // (Ledger.h says what that is).
 //
-//   soak [--seconds N] [--seed N] [--phone] [--log FILE]
+//   soak [--seconds N] [--seed N] [--phone] [--stay] [--log FILE]
 //
+// With --stay one and the same program stays open all the time: nobody closes it, and the password stays.
 // Without a display it wants QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software. The program's log goes
 // to FILE, else nowhere. Exits 1 when anything was wrong.
 #include <fcntl.h>
@@ -14,6 +15,7 @@
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QQmlEngine>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <chrono>
@@ -35,6 +37,7 @@ struct Options {
   double seconds = 3600;
   unsigned seed = 0;
   bool phone = false;
+  bool stay = false;
 };
 
 class Soak final {
@@ -44,7 +47,9 @@ class Soak final {
         keeper_(keeper),
         random_(options.seed),
         person_(loop_, keeper, options.phone, options.seed, std::move(folder)),
-        quiet_(loop_, keeper, person_) {}
+        quiet_(loop_, keeper, person_) {
+    if (options.stay) person_.stay();
+  }
 
   // Main thread. Whether all was well.
   bool run();
@@ -93,8 +98,8 @@ bool Soak::run() {
   std::thread life([this] { live(); });
   int starts = 0;
   for (; !over_; ++starts) {
-    std::optional<Shell> shell(std::in_place,
-                               options_.phone ? platform::Idiom::phone : platform::Idiom::tablet);
+    std::optional<Shell> shell(
+        std::in_place, options_.phone ? platform::Idiom::phone : platform::Idiom::tablet, !options_.stay);
     loop_.attach(&*shell);
     shell->run();
     loop_.attach(nullptr);
@@ -151,7 +156,7 @@ void Soak::meddle() {
     keeper_.restart();
   } else if (what < 0.55) {
     keeper_.stopFor(any(0.5, 20 * hurry));
-  } else if (what < 0.6) {
+  } else if (what < 0.6 && !options_.stay) {
     keeper_.changePassword();
   } else {
     keeper_.fill(static_cast<int>(any(0, 1) < 0.5 ? any(1, 60) : any(100, 1400 * hurry + 100)));
@@ -167,7 +172,8 @@ void Soak::takeCensus() {
   keeper_.bringTo(kCensusTorrents);
   look("at a census");
   std::this_thread::sleep_for(std::chrono::milliseconds(500));  // for what ends by itself
-  loop_.run([this](Shell&) {
+  loop_.run([this](Shell& shell) {
+    shell.delegate().window().engine()->collectGarbage();
     malloc_trim(0);
     ledger_.census(Holding::now(seconds()));
   });
@@ -180,14 +186,15 @@ Options parse(const QCoreApplication& application) {
   const QCommandLineOption phone(QStringLiteral("phone"));
   const QCommandLineOption log(QStringLiteral("log"), {}, QStringLiteral("FILE"),
                                QStringLiteral("/dev/null"));
-  parser.addOptions({length, seed, phone, log});
+  const QCommandLineOption stay(QStringLiteral("stay"));
+  parser.addOptions({length, seed, phone, stay, log});
   parser.process(application);
   const int file =
       open(parser.value(log).toUtf8().constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   dup2(file, STDERR_FILENO);
   close(file);
   const unsigned chosen = parser.isSet(seed) ? parser.value(seed).toUInt() : std::random_device()();
-  return {parser.value(length).toDouble(), chosen, parser.isSet(phone)};
+  return {parser.value(length).toDouble(), chosen, parser.isSet(phone), parser.isSet(stay)};
 }
 
 int soak(int argc, char** argv) {
