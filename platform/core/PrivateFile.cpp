@@ -117,7 +117,7 @@ PrivateFile::Reading PrivateFile::read() const {
 void PrivateFile::closeToOthers() const {
   struct stat status {};
   if (stat(path_.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-    (void)chmod(path_.c_str(), kOwnerOnly);  // not ours to close when that fails
+    (void)chmod(path_.c_str(), status.st_mode & S_IRWXU);  // not ours to close when that fails
   }
 }
 
