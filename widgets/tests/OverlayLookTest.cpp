@@ -71,9 +71,10 @@ class OverlayLookTest : public testing::TestWithParam<Idiom> {
     how();
     animate(0.2);
   }
-  // Animations start with the next turn of the event loop.
+  // Animations start with the turn of the event loop after the one that changes something.
   void animate(double seconds) {
     services.settle();
+    QCoreApplication::processEvents();
     animations.advanceSeconds(seconds);
   }
   void hide() {
