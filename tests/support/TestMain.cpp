@@ -8,9 +8,12 @@ using Application = QGuiApplication;
 using Application = QCoreApplication;
 #endif
 
+#include "platform/core/Log.h"
 #include "platform/core/MainThread.h"
 
 int main(int argc, char** argv) {
+  // Begins the log: begun by a thread of Qt's, its own is one that the thread sanitizer loses sight of.
+  seedmote::platform::flushLog();
   seedmote::platform::MainThread::prepareProcess();
   Application application(argc, argv);
   testing::InitGoogleTest(&argc, argv);
