@@ -29,7 +29,7 @@ class Ledger final {
   static constexpr std::size_t kFewest = 8;
   static constexpr double kMostResident = 8;  // MiB
   static constexpr double kMostHeap = 2;      // MiB
-  static constexpr double kMostFiles = 2;
+  static constexpr double kMostFiles = 4;     // a kept connection more has three
   static constexpr double kMostThreads = 1;
   static constexpr double kPatience = 4;  // times as much, in a short run
 

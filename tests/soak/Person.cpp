@@ -37,29 +37,48 @@ void visit(QWindow& window, const Add& add) {
 }  // namespace
 
 Person::Person(MainLoop& loop, DaemonKeeper& keeper, bool touches, unsigned seed, std::string folder)
-    : loop_(loop), keeper_(keeper), hand_(loop, touches), random_(seed), folder_(std::move(folder)) {}
+    : loop_(loop), keeper_(keeper), hand_(loop, touches), random_(seed), folder_(std::move(folder)) {
+  for (const Way& way : ways()) weights_.push_back(way.weight);
+}
+
+const std::vector<Person::Way>& Person::ways() {
+  static const std::vector<Way> ways{
+      {26, "row", &Person::tapRow},           {12, "anything", &Person::tapAnything},
+      {3, "anywhere", &Person::tapAnywhere},  {6, "refresh", &Person::refresh},
+      {5, "start", &Person::start},           {5, "stop", &Person::stop},
+      {5, "remove", &Person::remove},         {6, "filter", &Person::filter},
+      {8, "flick", &Person::flick},           {3, "wheel", &Person::turnWheel},
+      {5, "swipe", &Person::swipe},           {3, "pull", &Person::pull},
+      {4, "settings", &Person::editSettings}, {3, "hand-over", &Person::handOver},
+      {3, "keys", &Person::pressKeys},        {1, "resize", &Person::resize},
+      {0.3, "close", &Person::close},
+  };
+  return ways;
+}
+
+bool Person::doOnly(const std::string& name) {
+  weights_.assign(ways().size(), 0);
+  bool isKnown = false;
+  for (std::size_t way = 0; way < weights_.size(); ++way) {
+    const bool isMeant = name == ways()[way].name;
+    weights_[way] = isMeant ? 1 : 0;
+    isKnown = isKnown || isMeant;
+  }
+  only_ = isKnown;
+  return isKnown;
+}
 
 void Person::act() {
-  static constexpr Way kWays[] = {
-      {26, &Person::tapRow},      {12, &Person::tapAnything}, {3, &Person::tapAnywhere},
-      {6, &Person::refresh},      {5, &Person::start},        {5, &Person::stop},
-      {5, &Person::remove},       {6, &Person::filter},       {8, &Person::flick},
-      {3, &Person::turnWheel},    {5, &Person::swipe},        {3, &Person::pull},
-      {4, &Person::editSettings}, {3, &Person::handOver},     {3, &Person::pressKeys},
-      {1, &Person::resize},       {0.3, &Person::close},
-  };
   bool isEmpty = false;
   loop_.run([&isEmpty](Shell& shell) { isEmpty = shell.list().isEmpty(); });
-  std::vector<double> weights;
-  for (const Way& way : kWays) weights.push_back(way.weight);
   ++acts_;
-  if (isEmpty && any(0, 9) == 0) {
+  if (!only_ && isEmpty && any(0, 9) == 0) {
     editSettings();
   } else if (!answerAlert() || any(0, 3) == 0) {
-    const auto way = std::discrete_distribution<std::size_t>(weights.begin(), weights.end())(random_);
-    (this->*kWays[way].act)();
+    const auto way = std::discrete_distribution<std::size_t>(weights_.begin(), weights_.end())(random_);
+    (this->*ways()[way].act)();
   }
-  pause(any(0, 5) == 0 ? any(300, 1500) : any(20, 300));
+  pause(!only_ && any(0, 5) == 0 ? any(300, 1500) : any(20, 300));
 }
 
 void Person::pause(int milliseconds) const {

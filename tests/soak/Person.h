@@ -21,6 +21,8 @@ class Person final {
 
   // Closes the window no more.
   void stay() { stays_ = true; }
+  // From now on does one and the same; false when nothing is called so.
+  bool doOnly(const std::string& name);
 
   // Does one thing or another, or nothing for a moment.
   void act();
@@ -38,8 +40,10 @@ class Person final {
   };
   struct Way {
     double weight;
+    std::string name;
     void (Person::*act)();
   };
+  static const std::vector<Way>& ways();
 
   std::vector<Target> targets(std::optional<QAccessible::Role> role = std::nullopt);
   bool tap(const QString& name);
@@ -72,7 +76,9 @@ class Person final {
   Hand hand_;
   std::mt19937 random_;
   std::string folder_;  // for the files that are handed over
+  std::vector<double> weights_;
   bool stays_ = false;
+  bool only_ = false;
   int acts_ = 0;
   int made_ = 0;  // torrents
 };

@@ -3,11 +3,13 @@
 // the list must be the daemon's, and what the process holds is written down. At the end that must be flat
 // (Ledger.h says what that is).
 //
-//   soak [--seconds N] [--seed N] [--phone] [--stay] [--log FILE]
+//   soak [--seconds N] [--seed N] [--phone] [--stay] [--only WAY] [--log FILE]
 //
 // With --stay one and the same program stays open all the time: nobody closes it, and the password stays.
-// Without a display it wants QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software. The program's log goes
-// to FILE, else nowhere. Exits 1 when anything was wrong.
+// With --only that somebody does one thing again and again ("row", "settings", "swipe"; see Person.cpp),
+// nothing happens to the daemon, and censuses are frequent: where the whole is not flat, this says what
+// gathers. Without a display it wants QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software. The program's
+// log goes to FILE, else nowhere. Exits 1 when anything was wrong.
 #include <fcntl.h>
 #include <malloc.h>
 #include <sys/resource.h>
@@ -38,6 +40,7 @@ struct Options {
   unsigned seed = 0;
   bool phone = false;
   bool stay = false;
+  std::string only;
 };
 
 class Soak final {
@@ -49,6 +52,7 @@ class Soak final {
         person_(loop_, keeper, options.phone, options.seed, std::move(folder)),
         quiet_(loop_, keeper, person_) {
     if (options.stay) person_.stay();
+    if (!options.only.empty() && !person_.doOnly(options.only)) fail("nobody knows the way " + options.only);
   }
 
   // Main thread. Whether all was well.
@@ -119,7 +123,7 @@ bool Soak::run() {
 
 // The person's thread. A census about once a minute, at least three in all.
 void Soak::live() {
-  const double period = std::min(60.0, options_.seconds / 2);
+  const double period = std::min(60.0, options_.seconds / (options_.only.empty() ? 2 : 10));
   takeCensus();
   while (seconds() < options_.seconds) {
     actUntil(std::min(seconds() + period, options_.seconds));
@@ -133,7 +137,7 @@ void Soak::live() {
 void Soak::actUntil(double second) {
   nextMeddling_ = seconds();
   while (seconds() < second) {
-    if (seconds() >= nextMeddling_ && !keeper_.isBusy()) meddle();
+    if (options_.only.empty() && seconds() >= nextMeddling_ && !keeper_.isBusy()) meddle();
     person_.act();
     if (seconds() >= nextSample_) {
       nextSample_ = seconds() + kSampleSeconds;
@@ -168,8 +172,12 @@ void Soak::look(const char* when) {
   if (!wrong.empty()) fail(std::string(when) + ": " + wrong);
 }
 
+// Always in a window of one size: what is painted into lies on the heap as well.
 void Soak::takeCensus() {
   keeper_.bringTo(kCensusTorrents);
+  loop_.run([this](Shell& shell) {
+    shell.delegate().window().resize(options_.phone ? QSize(667, 375) : QSize(1024, 768));
+  });
   look("at a census");
   std::this_thread::sleep_for(std::chrono::milliseconds(500));  // for what ends by itself
   loop_.run([this](Shell& shell) {
@@ -187,14 +195,16 @@ Options parse(const QCoreApplication& application) {
   const QCommandLineOption log(QStringLiteral("log"), {}, QStringLiteral("FILE"),
                                QStringLiteral("/dev/null"));
   const QCommandLineOption stay(QStringLiteral("stay"));
-  parser.addOptions({length, seed, phone, stay, log});
+  const QCommandLineOption only(QStringLiteral("only"), {}, QStringLiteral("WAY"));
+  parser.addOptions({length, seed, phone, stay, only, log});
   parser.process(application);
   const int file =
       open(parser.value(log).toUtf8().constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   dup2(file, STDERR_FILENO);
   close(file);
   const unsigned chosen = parser.isSet(seed) ? parser.value(seed).toUInt() : std::random_device()();
-  return {parser.value(length).toDouble(), chosen, parser.isSet(phone), parser.isSet(stay)};
+  return {parser.value(length).toDouble(), chosen, parser.isSet(phone),
+          parser.isSet(stay) || parser.isSet(only), parser.value(only).toStdString()};
 }
 
 int soak(int argc, char** argv) {
