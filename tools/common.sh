@@ -4,9 +4,9 @@
 
 # What the program is built from, and what it loads while it runs. README.md gives each its reason.
 build_packages=(g++ cmake ninja-build pkgconf qt6-base-dev qt6-base-private-dev qt6-declarative-dev
-  qt6-declarative-dev-tools libcurl4-openssl-dev libplist-dev libwayland-dev librsvg2-bin qml6-module-qtqml
-  qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
-  qt6-wayland fonts-dejavu-core)
+  qt6-declarative-dev-tools libcurl4-openssl-dev libplist-dev libpng-dev libwayland-dev librsvg2-bin
+  qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick qt6-wayland
+  fonts-dejavu-core)
 demo_packages=(python3 transmission-daemon fonts-droid-fallback)
 test_packages=(libgtest-dev libgmock-dev libssl-dev rapidjson-dev zlib1g-dev locales at-spi2-core gir1.2-atspi-2.0
   python3-gi dbus-daemon xvfb xdotool clang-format clang-tidy shellcheck desktop-file-utils appstream groff-base

@@ -6,6 +6,8 @@
 #include <QSGImageNode>
 #include <utility>
 
+#include "platform/ui/PngPicture.h"
+
 namespace seedmote::platform {
 
 namespace {
@@ -32,7 +34,7 @@ QImage imageOf(const QString& drawing) {
   }
   QFile file(drawing);
   const bool open = file.open(QIODevice::ReadOnly);
-  return *images.insert(drawing, open ? QImage::fromData(file.readAll(), "PNG") : QImage());
+  return *images.insert(drawing, open ? pngPicture(file.readAll()) : QImage());
 }
 
 }  // namespace
