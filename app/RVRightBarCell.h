@@ -14,7 +14,6 @@ class RVRightBarCell : public platform::TableViewCell {
   QML_ELEMENT
   QML_UNCREATABLE("Cells are made by the action bar.")
   Q_PROPERTY(QUrl customImageView READ customImageView NOTIFY filled)
-  Q_PROPERTY(bool blank READ isBlank NOTIFY filled)
 
  public:
   static constexpr const char* kIdentifier = "RightBarCell";
@@ -27,7 +26,7 @@ class RVRightBarCell : public platform::TableViewCell {
   int rightBarID() const { return rightBarID_; }
   void setRightBarID(int kind);
 
-  bool isBlank() const { return rightBarID_ == 0; }
+  bool isBlank() const override { return rightBarID_ == 0; }
   // Empty for a blank row.
   QUrl customImageView() const { return customImageView_; }
   QString accessibleName() const override;

@@ -8,8 +8,8 @@ PressableRow {
     readonly property RVRightBarCell button: row.cell as RVRightBarCell
 
     ring.border.color: "#00204a"  // dark, for the bar is half transparent
-    hover.color: row.button.blank ? "transparent" : "#481d76d8"
-    activeFocusOnTab: !row.button.blank
+    hover.color: "#481d76d8"
+    activeFocusOnTab: true
     Accessible.role: Accessible.Button
     Accessible.selectable: false
 

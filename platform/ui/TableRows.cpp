@@ -120,7 +120,7 @@ void TableRows::showLiveRows() {
   }
   if (table_ && delegate_) {
     for (const TableView::LiveRow& live : table_->liveRows()) {
-      if (live.cell == nullptr) {
+      if (live.cell == nullptr || live.cell->isBlank()) {
         continue;
       }
       Shown& shown = delegates_[live.cell];

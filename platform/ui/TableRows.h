@@ -11,9 +11,9 @@
 
 namespace seedmote::platform {
 
-// Shows the live rows of a table: one delegate for each cell that was ever on screen, reused with it. The
-// item covers the viewport and places the delegates itself, relative to `contentY`, so that rows stand
-// sharp however long the table is. A delegate has a `required property TableViewCell cell`.
+// Shows the live rows of a table: one delegate for each cell that was ever on screen and not blank, reused
+// with it. The item covers the viewport and places the delegates itself, relative to `contentY`, so that rows
+// stand sharp however long the table is. A delegate has a `required property TableViewCell cell`.
 class TableRows : public QQuickItem {
   Q_OBJECT
   QML_ELEMENT

@@ -27,6 +27,9 @@ class TableViewCell : public QObject {
   // The row that the cell was last built for; -1 before the first.
   int row() const { return row_; }
 
+  // A row of room that shows nothing and gets no delegate. Asked for when the cell has been built.
+  virtual bool isBlank() const { return false; }
+
   // What an assistive technology says about the row.
   virtual QString accessibleName() const { return {}; }
   virtual QString accessibleDescription() const { return {}; }
