@@ -10,7 +10,6 @@ namespace seedmote {
 
 namespace {
 
-constexpr double kBlackAlpha = 0.5;
 constexpr double kGradientAlpha = 0.75;  // reached in the corners
 
 QColor black(double alpha) {
@@ -27,20 +26,20 @@ void OverlayMask::setType(int type) {
   }
 }
 
-bool OverlayMask::isDrawn() const {
-  return type_ == OvProgressHUDMaskTypeBlack || type_ == OvProgressHUDMaskTypeGradient;
+bool OverlayMask::isBlack() const {
+  return type_ == OvProgressHUDMaskTypeBlack;
+}
+
+bool OverlayMask::isGradient() const {
+  return type_ == OvProgressHUDMaskTypeGradient;
 }
 
 void OverlayMask::paint(QPainter* painter) {
   const QRectF all = boundingRect();
-  if (type_ == OvProgressHUDMaskTypeBlack) {
-    painter->fillRect(all, black(kBlackAlpha));
-  } else if (type_ == OvProgressHUDMaskTypeGradient) {
-    QRadialGradient gradient(all.center(), std::hypot(all.width(), all.height()) / 2);
-    gradient.setColorAt(0, black(0));
-    gradient.setColorAt(1, black(kGradientAlpha));
-    painter->fillRect(all, gradient);
-  }
+  QRadialGradient gradient(all.center(), std::hypot(all.width(), all.height()) / 2);
+  gradient.setColorAt(0, black(0));
+  gradient.setColorAt(1, black(kGradientAlpha));
+  painter->fillRect(all, gradient);
 }
 
 }  // namespace seedmote

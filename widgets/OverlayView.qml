@@ -15,10 +15,18 @@ Item {
         OverlayAnimation { hud: overlay.hud }
     }
 
+    Rectangle {
+        anchors.fill: parent
+        color: "#80000000"
+        visible: mask.black
+    }
+
     OverlayMask {
+        id: mask
+
         anchors.fill: parent
         type: overlay.hud.maskType
-        visible: drawn
+        visible: mask.gradient
     }
 
     MouseArea {
