@@ -1,10 +1,11 @@
 import QtQuick
 
-// Where the visible part of a scrolled content stands. Shows while it moves.
+// Where the visible part of a scrolled content stands. Shows while it moves, if not by itself.
 Rectangle {
     id: indicator
 
     required property Flickable flickable
+    property bool movesByItself: false
 
     // The margins are covered by something else.
     readonly property real track: flickable.height - flickable.topMargin - flickable.bottomMargin
@@ -36,7 +37,8 @@ Rectangle {
         target: indicator.flickable
 
         function onContentYChanged() {
-            settling.restart();
+            if (!indicator.movesByItself)
+                settling.restart();
         }
     }
 }

@@ -80,6 +80,7 @@ Item {
 
     ScrollIndicator {
         flickable: flickable
+        movesByItself: glide.running && !root.activeFocus
         anchors.right: parent.right
         anchors.rightMargin: 2
     }
