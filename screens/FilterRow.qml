@@ -10,7 +10,7 @@ PressableRow {
 
     readonly property RVFilterBarCell filter: row.cell as RVFilterBarCell
 
-    activeFocusOnTab: !row.filter.covered
+    activeFocusOnTab: !row.filter.covered || row.activeFocus  // nothing that has the keys may refuse them
 
     Rectangle {
         anchors.fill: parent

@@ -24,7 +24,7 @@ PressableRow {
             width: 32
             height: 32
             torrent: row.torrent
-            inView: row.inView
+            tableRow: row
         }
 
         TorrentLabel {

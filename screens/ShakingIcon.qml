@@ -8,9 +8,15 @@ SharpImage {
     id: icon
 
     required property RVTorrentListCell torrent
-    required property bool inView
+    required property TableRow tableRow
 
     property int step: 0  // of eight, there and back
+
+    // Rows are made ready a little beyond what is to be seen, and stay while the window is hidden. Looked at for the
+    // one that shakes alone.
+    readonly property bool inView: icon.visible && icon.tableRow.y + icon.tableRow.height > 0
+        && icon.tableRow.y < (icon.tableRow.parent?.height ?? 0)
+        && icon.Window.visibility !== Window.Hidden && icon.Window.visibility !== Window.Minimized
 
     picture: icon.torrent.imageStatus
     rotation: icon.torrent.shaking ? icon.torrent.shakeDegrees * (1 - Math.abs(icon.step - 4) / 2) : 0
@@ -22,7 +28,7 @@ SharpImage {
     }
 
     Timer {
-        running: icon.torrent.shaking && icon.visible && icon.inView
+        running: icon.torrent.shaking && icon.inView
         repeat: true
         interval: icon.torrent.shakeMilliseconds / 4
         onTriggered: icon.step = (icon.step + 1) % 8
