@@ -69,7 +69,7 @@ bool RVAppDelegate::didFinishLaunchingWithOptions(const LaunchOptions& options) 
   const std::optional<WindowPlace> before = WindowPlace::take();
   before ? before->show(*window_) : window_->show();
   if (options.url) {
-    loadHiddenViews();  // a message comes up at once
+    loadFrontView();  // a message comes up at once
     handleOpenURL(options.url);
   }
   return true;
@@ -156,24 +156,44 @@ void RVAppDelegate::orderKeys(const std::vector<QQuickItem*>& views) {
   }
 }
 
-// A fifth of what a start has to load is not to be seen yet, and must not hold the first picture up.
+// A fifth of what a start has to load is not to be seen yet, and must not hold the first picture up: what
+// comes up in front waits for that, the details for the first list, and the list of the shortcuts until it is
+// shown.
 void RVAppDelegate::loadHiddenViewsLater() {
-  const auto load = [this] {
-    platform::services().main.guard("hidden views", [this] { loadHiddenViews(); });
+  afterNextFrame(&RVAppDelegate::loadFrontView);
+  if (torrentInfoViewController_) {
+    const platform::TableView* const list = torrentListController_->table();
+    QObject::connect(list, &platform::TableView::laidOut, window_.get(), [this, list] {
+      if (!list->isEmpty() && !std::exchange(wantsDetailView_, true)) {
+        afterNextFrame(&RVAppDelegate::loadDetailView);
+      }
+    });
+  }
+  QObject::connect(
+      shortcuts_.get(), &Shortcuts::shownChanged, window_.get(),
+      [this] {
+        loadFrontView();
+        layouts_->load(QStringLiteral("ShortcutsOverlay"), *shortcuts_, frontView_);
+      },
+      Qt::SingleShotConnection);
+}
+
+void RVAppDelegate::afterNextFrame(void (RVAppDelegate::*step)()) {
+  const auto carryOut = [this, step] {
+    platform::services().main.guard("hidden views", [this, step] { (this->*step)(); });
   };
-  QObject::connect(window_.get(), &QQuickWindow::frameSwapped, window_.get(), load,
+  QObject::connect(window_.get(), &QQuickWindow::frameSwapped, window_.get(), carryOut,
                    static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
-void RVAppDelegate::loadHiddenViews() {
-  if (frontView_ != nullptr) {
-    return;
+void RVAppDelegate::loadFrontView() {
+  if (frontView_ == nullptr) {
+    frontView_ = layouts_->load(QStringLiteral("FrontView"), *mainViewController_, mainView_);
   }
-  if (torrentInfoViewController_) {
-    load("RVTorrentDetailController", *torrentInfoViewController_, mainView_)->stackBefore(rightBarView_);
-  }
-  frontView_ = layouts_->load(QStringLiteral("FrontView"), *mainViewController_, mainView_);
-  layouts_->load(QStringLiteral("ShortcutsOverlay"), *shortcuts_, frontView_);
+}
+
+void RVAppDelegate::loadDetailView() {
+  load("RVTorrentDetailController", *torrentInfoViewController_, mainView_)->stackBefore(rightBarView_);
 }
 
 void RVAppDelegate::makeShortcuts() {

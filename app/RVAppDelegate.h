@@ -70,7 +70,9 @@ class RVAppDelegate final {
   void orderKeys(const std::vector<QQuickItem*>& views);
   void makeShortcuts();
   void loadHiddenViewsLater();
-  void loadHiddenViews();
+  void afterNextFrame(void (RVAppDelegate::*step)());
+  void loadFrontView();
+  void loadDetailView();
   void slideAside();
   void placeViews();
   QQuickItem* load(const char* controllerName, QObject& controller, QQuickItem* parent);
@@ -95,6 +97,7 @@ class RVAppDelegate final {
   QQuickItem* mainView_ = nullptr;
   QQuickItem* rightBarView_ = nullptr;
   QQuickItem* frontView_ = nullptr;
+  bool wantsDetailView_ = false;
   std::unique_ptr<QQuickItem> panelView_;
   RVSettingsViewController* panel_ = nullptr;
 };
