@@ -6,7 +6,7 @@ namespace seedmote::soak {
 
 namespace {
 
-constexpr int kTwinEvery = 4;
+constexpr int kPlainEvery = 3;  // of the others one has another one's name, and one its size as well
 
 // What stands behind "ids", up to the next comma or brace that ends it; empty without the key.
 std::string idsIn(const std::string& body) {
@@ -39,9 +39,9 @@ void DealingDaemon::add() {
   int highest = 0;
   for (const Torrent& torrent : torrents_) highest = std::max(highest, torrent.id);
   Torrent torrent{number, highest + 1, "torrent " + std::to_string(number), 1000 + number};
-  if (number % kTwinEvery == 0 && !torrents_.empty()) {
+  if (number % kPlainEvery != 0 && !torrents_.empty()) {
     torrent.name = torrents_.back().name;
-    torrent.size = torrents_.back().size;
+    torrent.size = number % kPlainEvery == 1 ? torrents_.back().size : torrent.size;
   }
   torrents_.push_back(torrent);
 }
