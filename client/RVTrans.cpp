@@ -133,8 +133,12 @@ void RVTrans::selectTorrent(std::int64_t torrent) {
   client().setSelectedidx(torrent);
 }
 
-bool RVTrans::selectTorrent(const TorrentIdentity& shown) {
-  return client().select(shown);
+bool RVTrans::selectTorrent(const TorrentIdentity& shown, std::uint64_t deal) {
+  return client().select(shown, deal);
+}
+
+std::uint64_t RVTrans::torrentDeal() {
+  return _trans != nullptr ? client().torrentDeal() : 0;
 }
 
 std::int64_t RVTrans::getTorrentSelection() {

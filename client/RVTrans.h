@@ -62,9 +62,11 @@ class RVTrans final {
 
   // A torrent's id; -1 for none.
   static void selectTorrent(std::int64_t torrent);
-  // Selects the torrent that a row shows. False, and nothing is selected, when the client's list has another
-  // torrent under its id by now.
-  static bool selectTorrent(const TorrentIdentity& shown);
+  // Selects the torrent that a row shows, from a list of that deal of ids. False, and nothing is selected,
+  // when the client's list has another torrent under its id by now, or may have.
+  static bool selectTorrent(const TorrentIdentity& shown, std::uint64_t deal);
+  // Of the ids of the list, to be asked before it: the daemon deals them anew at each of its starts.
+  static std::uint64_t torrentDeal();
   static std::int64_t getTorrentSelection();
 
   // Fetches the list behind the user's back; see _RVTrans.

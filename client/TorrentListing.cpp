@@ -1,5 +1,6 @@
 #include "client/TorrentListing.h"
 
+#include <atomic>
 #include <utility>
 
 #include "platform/core/Log.h"
@@ -7,6 +8,12 @@
 namespace seedmote {
 
 namespace {
+
+// Of all clients: rows of the one before may be on the screen yet.
+std::uint64_t nextDeal() {
+  static std::atomic<std::uint64_t> deals = 0;
+  return ++deals;
+}
 
 // Whether a selection from another session still means the torrent that stands under its id now.
 bool isStillMeant(const TorrentSelection& selection, const TorrentSelection& now) {
@@ -36,6 +43,11 @@ TorrentListing::SessionID TorrentListing::session() const {
 std::uint64_t TorrentListing::version() const {
   const std::lock_guard lock(torrentListLock_);
   return list_.version;
+}
+
+std::uint64_t TorrentListing::deal() const {
+  const std::lock_guard lock(torrentListLock_);
+  return list_.deal;
 }
 
 bool TorrentListing::isOf(const SessionID& session, std::size_t text) const {
@@ -78,6 +90,9 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
       selection_ = now;
     }
     std::swap(list_.torrents, old);
+    if (list_.deal == 0 || list_.session != session) {
+      list_.deal = nextDeal();
+    }
     list_.session = session;
     list_.text = text;
     ++list_.version;
@@ -113,7 +128,7 @@ void TorrentListing::select(std::int64_t id) {
   }
 }
 
-bool TorrentListing::select(const TorrentIdentity& shown) {
+bool TorrentListing::select(const TorrentIdentity& shown, std::uint64_t deal) {
   while (true) {
     const Listed list = listed();
     TorrentSelection found = find(list.torrents, list.session, shown.id);
@@ -121,7 +136,8 @@ bool TorrentListing::select(const TorrentIdentity& shown) {
     if (list_.version != list.version) {
       continue;
     }
-    if (shown.id != kNoTorrentID && !(found.known && found.known->isSameTorrent(shown))) {
+    const bool canBeTold = !found.twin || list.deal == deal;
+    if (shown.id != kNoTorrentID && !(found.known && found.known->isSameTorrent(shown) && canBeTold)) {
       return false;
     }
     selection_ = std::move(found);

@@ -31,6 +31,8 @@ class TorrentListing final {
   SessionID session() const;
   // Counts the changes of the list.
   std::uint64_t version() const;
+  // Tells the list's ids from those of every other session, which may mean other torrents.
+  std::uint64_t deal() const;
 
   // Whether this is the very list that an answer of this text (its hash) brought under `session`.
   bool isOf(const SessionID& session, std::size_t text) const;
@@ -47,9 +49,9 @@ class TorrentListing final {
 
   // kNoTorrentID for none.
   void select(std::int64_t id);
-  // Selects what a row shows. Answers false, and selects nothing, when the list has another torrent under
-  // that id by now.
-  bool select(const TorrentIdentity& shown);
+  // Selects what a row shows, from a list of that deal of ids. Answers false, and selects nothing, when the
+  // list has another torrent under that id by now, or may have.
+  bool select(const TorrentIdentity& shown, std::uint64_t deal);
   std::int64_t selectedID() const;
   TorrentSelection selection() const;
   // The selection that `id` would be now.
@@ -61,6 +63,7 @@ class TorrentListing final {
     SessionID session;
     std::optional<std::size_t> text;
     std::uint64_t version = 0;
+    std::uint64_t deal = 0;
   };
   Listed listed() const;
   static TorrentSelection find(const json::Value& torrents, const SessionID& session, std::int64_t id);

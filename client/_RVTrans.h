@@ -91,7 +91,8 @@ class _RVTrans final {
   std::int64_t selectedidx() const { return listing_.selectedID(); }
   void setSelectedidx(std::int64_t torrent) { listing_.select(torrent); }
   // What a row shows; false when the list has another torrent there by now.
-  bool select(const TorrentIdentity& shown) { return listing_.select(shown); }
+  bool select(const TorrentIdentity& shown, std::uint64_t deal) { return listing_.select(shown, deal); }
+  std::uint64_t torrentDeal() const { return listing_.deal(); }
   TorrentSelection selection() const { return listing_.selection(); }
   void clearSelection() { setSelectedidx(kNoSelection); }
 

@@ -50,7 +50,8 @@ void updateList(_RVTrans& client) {
   check(!client.isUpdating() && client.isNewData(), "an update ends");
   const json::Value list = client.getTorrentList();
   check(list->kind() == json::Kind::array, "a list is one");
-  for (const json::ValueRef row : list->elements()) client.select(TorrentIdentity::of(row));
+  for (const json::ValueRef row : list->elements())
+    client.select(TorrentIdentity::of(row), client.torrentDeal());
   client.sessionInfo()->sessionID.set("another");
   client.fetchTorrentList();
   check(client.selectedidx() == _RVTrans::kNoSelection ||

@@ -73,6 +73,9 @@ class RVTorrentListCell : public platform::TableViewCell {
   // The torrent's id; kNoTorrent when the daemon sent none that is exactly an integer.
   std::int64_t torrentidx() const { return torrentidx_; }
   TorrentIdentity torrent() const { return {torrentidx_, name_, totalSize_}; }
+  // Of the ids of the list that the torrent is from.
+  std::uint64_t deal() const { return deal_; }
+  void setDeal(std::uint64_t deal) { deal_ = deal; }
   bool isContentHidden() const { return hidden_; }
 
   // The icon shakes while the torrent is selected: from one side to the other in this time, and back.
@@ -108,6 +111,7 @@ class RVTorrentListCell : public platform::TableViewCell {
   int status_ = 0;
 
   int cellIndex_ = 0;
+  std::uint64_t deal_ = 0;
   int statusID_ = 0;
   float progress_ = 0;
   std::int64_t torrentidx_ = kNoTorrent;

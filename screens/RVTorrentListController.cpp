@@ -135,6 +135,7 @@ int RVTorrentListController::numberOfRowsInSection(int /*section*/) {
 }
 
 RVTorrentListCell* RVTorrentListController::cellForRowAtIndexPath(int row) {
+  const std::uint64_t deal = RVTrans::torrentDeal();
   const json::Value list = RVTrans::getTorrentList();
   const json::ValueRef torrent = torrentAt(list, row);
   if (torrent.isAbsent()) {
@@ -146,6 +147,7 @@ RVTorrentListCell* RVTorrentListController::cellForRowAtIndexPath(int row) {
   cell->hideCell(filterID_ != kAllStates && filterID_ != cell->statusID());
   logRow("status = %d\n", status);
   cell->setCellIndex(row);
+  cell->setDeal(deal);
   cell->setShaking(isShaking(cell->torrentidx()));
   cell->finishFilling();
   return cell;
@@ -191,15 +193,15 @@ void RVTorrentListController::didSelectRowAtIndexPath(int row) {
     tappedTorrent_ = RVTorrentListCell::kNoTorrent;
     updateShaking();
   } else {
-    selectTorrent(cell->torrent());
+    selectTorrent(cell->torrent(), cell->deal());
   }
 }
 
 // The row shows the selection also when its details cannot be had: who starts or deletes what is selected
 // must see what that is.
-void RVTorrentListController::selectTorrent(const TorrentIdentity& shown) {
-  if (!RVTrans::selectTorrent(shown)) {
-    return;  // a newer list, which is about to be shown, has another torrent there
+void RVTorrentListController::selectTorrent(const TorrentIdentity& shown, std::uint64_t deal) {
+  if (!RVTrans::selectTorrent(shown, deal)) {
+    return;  // a newer list, which is about to be shown, has another torrent there, or may have
   }
   tappedTorrent_ = shown.id;
   try {

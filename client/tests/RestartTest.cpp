@@ -121,9 +121,10 @@ TEST_F(RestartTest, ARowThatIsOlderThanTheListSelectsNothing) {
   afterRestart = "[" + gamma + "]";
   restart();
   RVTrans::fetchTorrentList();
-  EXPECT_FALSE(RVTrans::selectTorrent({2, "beta", 9})) << "the row still shows what stood there before";
+  EXPECT_FALSE(RVTrans::selectTorrent({2, "beta", 9}, RVTrans::torrentDeal()))
+      << "the row still shows what stood there before";
   EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
-  EXPECT_TRUE(RVTrans::selectTorrent({2, "gamma", 9}));
+  EXPECT_TRUE(RVTrans::selectTorrent({2, "gamma", 9}, RVTrans::torrentDeal()));
 }
 
 TEST_F(RestartTest, AListThatComesBetweenTheTapAndTheRemovalChangesNothing) {

@@ -54,6 +54,10 @@ TEST(TorrentListing, ASelectionSurvivesAnotherSessionOnlyAsTheSameTorrent) {
   listing.select(1);
   listing.store(twins, "fourth");
   EXPECT_EQ(listing.selection().id, -1) << "nobody can tell which of the two is which";
+  const std::uint64_t deal = listing.deal();
+  EXPECT_TRUE(listing.select({1, "a", 9}, deal)) << "a row of this list";
+  listing.store(twins, "fifth");
+  EXPECT_FALSE(listing.select({1, "a", 9}, deal)) << "a row of the list before";
 }
 
 TEST(TorrentListing, AListThatCameLateIsNotStored) {

@@ -15,8 +15,8 @@ namespace seedmote::soak {
 // the midst of a request; each start brings a new session id, deals the ids of its torrents anew, and for a
 // request or two there are no torrents, as with the real one. Thread-safe.
 //
-// Some torrents have the same name as another one, or the same name and size. What nobody sees but the test tells them apart: a
-// torrent's number, which the list has as the bytes that were uploaded.
+// Some torrents have the same name as another one, or the same name and size. What nobody sees but the test
+// tells them apart: a torrent's number, which the list has as the bytes that were uploaded.
 class DealingDaemon final {
  public:
   DealingDaemon(unsigned seed, int torrents);

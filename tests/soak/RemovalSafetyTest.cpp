@@ -60,12 +60,14 @@ class RemovalSafetyTest : public testing::Test {
   int any(int from, int to) { return std::uniform_int_distribution(from, to)(random); }
   // The list that the client has after a refresh or several; never empty.
   json::Value list() {
+    deal = RVTrans::torrentDeal();
     json::Value torrents = RVTrans::getTorrentList();
     for (int turn = 0; torrents->count() == 0 || RVTrans::isOutOfStep(); ++turn) {
       if (turn > 200) throw std::runtime_error("the client never gets a list");
       services.threads.start("refresh", [] { RVTrans::updateAllTorrents(); });
       finish();
       RVTrans::catchUp();
+      deal = RVTrans::torrentDeal();
       torrents = RVTrans::getTorrentList();
     }
     return torrents;
@@ -73,12 +75,14 @@ class RemovalSafetyTest : public testing::Test {
   json::Value selectAny(const json::Value& torrents) {
     const json::ValueRef torrent =
         torrents->at(static_cast<std::size_t>(any(0, static_cast<int>(torrents->count()) - 1)));
-    return RVTrans::selectTorrent(TorrentIdentity::of(torrent)) ? torrents.share(torrent) : json::Value();
+    return RVTrans::selectTorrent(TorrentIdentity::of(torrent), deal) ? torrents.share(torrent)
+                                                                      : json::Value();
   }
 
   const unsigned seed =
       static_cast<unsigned>(fromEnvironment("SEEDMOTE_SEED", std::random_device()() % 100000));
   std::mt19937 random{seed};
+  std::uint64_t deal = 0;  // of the ids of the list
   platform::CurlHttp curl;
   platform::LoginGuard http{curl};
   support::TestServices services{&http};
