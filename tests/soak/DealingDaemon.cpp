@@ -36,9 +36,7 @@ void DealingDaemon::replenish() {
 
 void DealingDaemon::add() {
   const int number = ++numbers_;
-  int highest = 0;
-  for (const Torrent& torrent : torrents_) highest = std::max(highest, torrent.id);
-  Torrent torrent{number, highest + 1, "torrent " + std::to_string(number), 1000 + number};
+  Torrent torrent{number, ++ids_, "torrent " + std::to_string(number), 1000 + number};
   if (number % kPlainEvery != 0 && !torrents_.empty()) {
     torrent.name = torrents_.back().name;
     torrent.size = number % kPlainEvery == 1 ? torrents_.back().size : torrent.size;
@@ -55,8 +53,8 @@ void DealingDaemon::startAnew() {
   ++restarts_;
   wire_.changeSessionId();
   std::shuffle(torrents_.begin(), torrents_.end(), random_);
-  int id = 0;
-  for (Torrent& torrent : torrents_) torrent.id = ++id;
+  ids_ = 0;
+  for (Torrent& torrent : torrents_) torrent.id = ++ids_;
   loading_ = std::uniform_int_distribution(0, 2)(random_);
 }
 

@@ -56,6 +56,7 @@ class DealingDaemon final {
   double unrest_ = 0;
   int loading_ = 0;  // requests that find no torrents yet
   int numbers_ = 0;
+  int ids_ = 0;  // that this session has dealt; none comes twice
   int restarts_ = 0;
   support::LoopbackDaemon wire_;  // the last to be made, the first to go
 };
