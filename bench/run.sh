@@ -16,6 +16,7 @@ they are. No display is needed. Let nothing else run meanwhile.
   frames        the longest time without a frame
   starts        processor time and memory until the list is shown
   instructions  instructions of a start, by callgrind
+  profile       what these are spent on, by callgrind
   rest          processor time at rest
 TEXT
 }
@@ -23,7 +24,7 @@ TEXT
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 source tools/common.sh
 
-all=(json counts layout frames starts instructions rest)
+all=(json counts layout frames starts instructions profile rest)
 programs=$PWD/build/release/bench
 seedmote=$PWD/build/release/app/seedmote
 page=docs/performance.md
