@@ -1,10 +1,10 @@
 #include "json/Document.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
 #include <mutex>
 #include <new>
+#include <random>
 
 namespace seedmote::json::detail {
 
@@ -167,23 +167,50 @@ void Document::adopt(Document* shared) {
   shared->retain();
 }
 
+namespace {
+
+// Both halves of a product, as one.
+std::uint64_t folded(std::uint64_t a, std::uint64_t b) {
+#ifdef __SIZEOF_INT128__
+  __extension__ using Product = unsigned __int128;
+  const Product product = Product{a} * b;
+  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+#else
+  constexpr std::uint64_t low = 0xFFFFFFFF;
+  const std::uint64_t lows = (a & low) * (b & low);
+  const std::uint64_t middle = (a >> 32) * (b & low) + (lows >> 32);
+  const std::uint64_t other = (a & low) * (b >> 32) + (middle & low);
+  return ((other << 32) | (lows & low)) ^ ((a >> 32) * (b >> 32) + (middle >> 32) + (other >> 32));
+#endif
+}
+
+}  // namespace
+
+std::uint64_t hashSeed() {
+  static const std::uint64_t seed = [] {
+    std::random_device source;
+    return (std::uint64_t{source()} << 32) | source();
+  }();
+  return seed;
+}
+
+// Another one in each process: whoever chooses the keys must not know which of them fall together.
 std::uint32_t hashOf(std::string_view text) {
   constexpr std::uint64_t factor = 0x9E3779B97F4A7C15u;
-  std::uint64_t hash = text.size() * factor;
+  std::uint64_t hash = hashSeed() ^ (text.size() * factor);
   const char* from = text.data();
   std::size_t left = text.size();
   while (left >= 8) {
     std::uint64_t word;
     std::memcpy(&word, from, 8);
-    hash = (std::rotl(hash, 23) ^ word) * factor;
+    hash = folded(hash ^ word, factor);
     from += 8;
     left -= 8;
   }
   std::uint64_t word = 0;
   if (left != 0) std::memcpy(&word, from, left);
-  hash = (std::rotl(hash, 23) ^ word) * factor;
-  hash ^= hash >> 32;
-  return static_cast<std::uint32_t>((hash * factor) >> 32);
+  hash = folded(hash ^ word, factor);
+  return static_cast<std::uint32_t>(folded(hash, hashSeed() | 1));
 }
 
 std::size_t Shape::find(std::string_view key) const {

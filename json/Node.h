@@ -120,6 +120,7 @@ struct Shape {
   std::size_t find(std::string_view key) const;  // npos when there is none
 };
 
+std::uint64_t hashSeed();
 std::uint32_t hashOf(std::string_view text);
 
 }  // namespace seedmote::json::detail

@@ -4,6 +4,14 @@
 
 namespace seedmote::json::detail {
 
+namespace {
+
+// A daemon's lists have a handful of shapes. Where nearly every dictionary has its own, to remember them
+// costs more than it saves.
+constexpr std::size_t kMostShared = 10'000;
+
+}  // namespace
+
 const Key* ShapeTable::intern(Document& document, std::string_view text) {
   if (slots_.size() < (entries_.size() + 1) * 2) growSlots();
   const std::uint32_t hash = hashOf(text);
@@ -42,7 +50,7 @@ void ShapeTable::growSlots() {
 const Shape* ShapeTable::shapeOf(Document& document, const Key** keys, Node* values, std::size_t& count) {
   ++dictionaries_;
   std::size_t kept = 0;
-  std::uint64_t hash = 0;
+  std::uint64_t hash = hashSeed();
   for (std::size_t i = 0; i < count; ++i) {
     KeyEntry& entry = entries_[keys[i]->id];
     if (entry.seenIn == dictionaries_) {
@@ -63,7 +71,7 @@ const Shape* ShapeTable::shapeOf(Document& document, const Key** keys, Node* val
     if (shape->count == count && std::equal(keys, keys + count, shape->keys)) return shape;
   }
   const Shape* shape = document.makeShape(keys, count);
-  shapes_.emplace(hash, shape);
+  if (shapes_.size() < kMostShared) shapes_.emplace(hash, shape);
   return shape;
 }
 

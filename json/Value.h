@@ -78,7 +78,7 @@ class ValueRef {
   bool boolValue() const;
 
   // What a log line shows: a string's own text, a number's text, 1 or 0 for a boolean, "<null>", compact
-  // JSON for containers, a foreign object's description, "(null)" for nothing.
+  // JSON for containers, the first 16 MiB of it; a foreign object's description; "(null)" for nothing.
   std::string description() const;
 
   // Of a foreign object: its class's name and what stands in for it in JSON (absent when it offers nothing).

@@ -4,8 +4,9 @@
 #include <limits>
 
 #include "json/Decimal.h"
+#include "json/Utf8.h"
 #include "json/Value.h"
-#include "json/YxJsonWriter.h"
+#include "json/YxJsonStreamWriter.h"
 
 namespace seedmote::json {
 
@@ -22,6 +23,45 @@ std::string_view withoutSign(std::string_view text, bool& negative) {
   negative = !text.empty() && text.front() == '-';
   if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
   return text;
+}
+
+// What is described is for people, and a daemon can have a gigabyte made of a few bytes: of 1e-127, say.
+class Shortened final : public YxJsonStreamWriterDelegate {
+ public:
+  struct Enough {};
+
+  void appendBytes(YxJsonStreamWriter&, const char* bytes, std::size_t length) override {
+    text_.append(bytes, std::min(length, kMost - text_.size()));
+    if (text_.size() == kMost) throw Enough();
+  }
+  std::string take() { return std::move(text_); }
+  // Ends with a whole character, and says that it is not all.
+  std::string takePart() {
+    while (!text_.empty() && (static_cast<unsigned char>(text_.back()) & 0xC0) == 0x80) text_.pop_back();
+    if (!text_.empty() && static_cast<unsigned char>(text_.back()) >= 0x80) text_.pop_back();
+    return take() + "...";
+  }
+
+ private:
+  static constexpr std::size_t kMost = std::size_t{16} << 20;  // bytes
+
+  std::string text_;
+};
+
+std::string describedContainer(ValueRef value) {
+  Shortened shortened;
+  YxJsonStreamWriter writer;
+  writer.setMaxDepth(0);
+  writer.setDelegate(&shortened);
+  try {
+    if (!(value.kind() == Kind::array ? writer.writeArray(value) : writer.writeObject(value))) {
+      return "<" + writer.error() + ">";
+    }
+    std::string text = shortened.take();
+    return detail::isUtf8(text) ? text : "<A text is not valid UTF-8>";
+  } catch (const Shortened::Enough&) {
+    return shortened.takePart();
+  }
 }
 
 template <class T>
@@ -168,12 +208,8 @@ std::string ValueRef::description() const {
     case Kind::string:
       return std::string(node_->view());
     case Kind::array:
-    case Kind::dictionary: {
-      YxJsonWriter writer;
-      writer.setMaxDepth(0);
-      const auto text = writer.stringWithObject(*this);
-      return text ? *text : "<" + writer.error() + ">";
-    }
+    case Kind::dictionary:
+      return describedContainer(*this);
     case Kind::foreign:
       break;
   }

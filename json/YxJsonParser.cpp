@@ -8,7 +8,7 @@ namespace seedmote::json {
 
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{1} << 20;  // bytes; some milliseconds
+constexpr std::size_t kPiece = std::size_t{64} << 10;  // bytes; well below a millisecond
 
 bool isError(YxJsonStreamParserStatus status) {
   return status == YxJsonStreamParserStatus::YxJsonStreamParserError;
