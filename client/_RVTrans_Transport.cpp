@@ -221,8 +221,10 @@ RVSOAPResult _RVTrans::exchange(const platform::HttpRequest& request, bool count
   services.main.wait([&] {
     platform::HttpAnswer answer = services.http.exchange(request);
     result.outcome = judgeAnswer(answer);
-    result.statuscode = format("%ld", answer.status);
-    if (answer.hasBody && platform::isValidUtf8(answer.body)) {
+    // What broke off has failed, whatever its head said.
+    const bool whole = answer.error == platform::HttpError::none;
+    result.statuscode = format("%ld", whole ? answer.status : 0);
+    if (whole && answer.hasBody && platform::isValidUtf8(answer.body)) {
       result.response = std::move(answer.body);
     }
   });

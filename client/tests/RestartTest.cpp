@@ -208,10 +208,8 @@ TEST_F(SessionWatcherTest, WhatAConnectedClientLacksIsFetched) {
   EXPECT_EQ(RVTrans::getRPCVersion(), 16);
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
 
-  // A new session whose first answer broke off: the client knows no session id at all.
-  platform::HttpAnswer conflict = failure(HttpError::closed);
-  conflict.status = 409;
-  enqueue({conflict, failure(HttpError::refused)});
+  // A new session whose first answer is no text: the client knows no session id at all.
+  enqueue({platform::ScriptedHttp::answer(409, "\xff"), failure(HttpError::refused)});
   RVTrans::updateAllTorrents();
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U);
   pass(30);
