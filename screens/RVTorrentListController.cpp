@@ -201,7 +201,13 @@ void RVTorrentListController::didSelectRowAtIndexPath(int row) {
 // must see what that is.
 void RVTorrentListController::selectTorrent(const TorrentIdentity& shown, std::uint64_t deal) {
   if (!RVTrans::selectTorrent(shown, deal)) {
-    return;  // a newer list, which is about to be shown, has another torrent there, or may have
+    // A newer list has another torrent there, or may have. What was selected before is no longer meant
+    // either.
+    RVTrans::selectTorrent(RVTorrentListCell::kNoTorrent);
+    tappedTorrent_ = RVTorrentListCell::kNoTorrent;
+    updateShaking();
+    refreshAll();
+    return;
   }
   tappedTorrent_ = shown.id;
   try {

@@ -180,5 +180,19 @@ TEST_F(TorrentListTest, SurvivesAListThatShrinksInTheMiddleOfAPass) {
   EXPECT_EQ(table().rowCount(), 1);
 }
 
+// A tap moves the selection away from what was selected, also when the row is older than the client's list.
+TEST_F(TorrentListTest, ATapThatComesTooLateLeavesNothingSelected) {
+  show();
+  tap(0);
+  ASSERT_EQ(RVTrans::getTorrentSelection(), 11);
+  torrents.replace(torrents.find("loads"), 5, "other");
+  RVTrans::fetchTorrentList();
+  table().tapRow(1);
+  settle();
+  EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
+  tap(1);
+  EXPECT_EQ(RVTrans::getTorrentSelection(), 12) << "the new row is there for the next tap";
+}
+
 }  // namespace
 }  // namespace seedmote
