@@ -24,8 +24,9 @@ RemovalGuard::Verdict RemovalGuard::judge(const json::Value& answer) const {
   if (torrents.count() == 0) {
     return Verdict::noTorrent;
   }
-  const bool canBeTold = meant_.known && !meant_.twin;
-  const bool isMeant = canBeTold && TorrentIdentity::of(torrents.at(0)).isSameTorrent(*meant_.known);
+  const TorrentIdentity there = TorrentIdentity::of(torrents.at(0));
+  const bool canBeTold = meant_.known && (!meant_.twin || there.areHashesKnown(*meant_.known));
+  const bool isMeant = canBeTold && there.isSameTorrent(*meant_.known);
   return isMeant ? Verdict::send : Verdict::anotherTorrent;
 }
 

@@ -13,7 +13,8 @@ namespace seedmote {
 // Keeps a removal from hitting another torrent than the one that was meant. A new session id may mean that
 // the daemon was started anew and has dealt its ids anew, and a removal that is sent again after a 409 is
 // carried out. So before a removal goes out under another session id than the one under which its torrent
-// was listed, the daemon is asked for the torrent's name and size.
+// was listed, the daemon is asked for the torrent's name and size, and for its hash, which the details of the
+// selected torrent have told: by it two that look alike are told apart.
 //
 // Only what the daemon positively says stops the removal: another torrent under this id, or none.
 class RemovalGuard final {

@@ -8,11 +8,11 @@ std::int64_t torrentID(json::ValueRef id) {
 
 TorrentIdentity TorrentIdentity::of(json::ValueRef torrent) {
   return {torrentID(torrent["id"]), std::string(torrent["name"].text().value_or("")),
-          torrent["totalSize"].longLongValue()};
+          torrent["totalSize"].longLongValue(), std::string(torrent["hashString"].text().value_or(""))};
 }
 
 bool TorrentIdentity::isSameTorrent(const TorrentIdentity& other) const {
-  return name == other.name && totalSize == other.totalSize;
+  return areHashesKnown(other) ? hash == other.hash : name == other.name && totalSize == other.totalSize;
 }
 
 json::ValueRef torrentWithID(json::ValueRef torrents, std::int64_t id) {

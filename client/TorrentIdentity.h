@@ -18,12 +18,14 @@ struct TorrentIdentity {
   std::int64_t id = kNoTorrentID;
   std::string name;
   std::int64_t totalSize = 0;  // bytes
+  std::string hash = {};       // its "hashString"; empty while unknown: lists have none, details do
 
   // From one entry of a "torrents" answer.
   static TorrentIdentity of(json::ValueRef torrent);
 
-  // The same name and size, whatever the ids.
+  // The same hash where both are known, else the same name and size; whatever the ids.
   bool isSameTorrent(const TorrentIdentity& other) const;
+  bool areHashesKnown(const TorrentIdentity& other) const { return !hash.empty() && !other.hash.empty(); }
 };
 
 // The entry of a torrent in a "torrents" array; absent when it is not there.

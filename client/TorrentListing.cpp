@@ -87,7 +87,9 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
       platform::log("The daemon's new session has another torrent under the selected id %ld, or none\n", id);
       selection_ = {};
     } else if (now.known) {
+      const std::string hash = selection_.known ? selection_.known->hash : "";
       selection_ = now;
+      selection_.known->hash = hash;
     }
     std::swap(list_.torrents, old);
     if (list_.deal == 0 || list_.session != session) {
@@ -142,6 +144,15 @@ bool TorrentListing::select(const TorrentIdentity& shown, std::uint64_t deal) {
     }
     selection_ = std::move(found);
     return true;
+  }
+}
+
+// Details of another session than the list's may be another torrent's.
+void TorrentListing::learn(const TorrentIdentity& details, const SessionID& session) {
+  const std::lock_guard lock(torrentListLock_);
+  const bool isSelected = selection_.known && selection_.id == details.id && selection_.session == session;
+  if (isSelected && selection_.known->isSameTorrent(details)) {
+    selection_.known->hash = details.hash;
   }
 }
 

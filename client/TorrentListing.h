@@ -52,6 +52,8 @@ class TorrentListing final {
   // Selects what a row shows, from a list of that deal of ids. Answers false, and selects nothing, when the
   // list has another torrent under that id by now, or may have.
   bool select(const TorrentIdentity& shown, std::uint64_t deal);
+  // What the selected torrent's details say of it, which were fetched under `session`.
+  void learn(const TorrentIdentity& details, const SessionID& session);
   std::int64_t selectedID() const;
   TorrentSelection selection() const;
   // The selection that `id` would be now.

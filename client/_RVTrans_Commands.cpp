@@ -85,15 +85,20 @@ void _RVTrans::removeTorrent(const TorrentSelection& meant) {
 }
 
 json::Value _RVTrans::askForTorrent(std::int64_t torrent) {
-  const json::Value fields = json::Value::array(
-      {json::Value::string("id"), json::Value::string("name"), json::Value::string("totalSize")});
+  const json::Value fields =
+      json::Value::array({json::Value::string("id"), json::Value::string("name"),
+                          json::Value::string("totalSize"), json::Value::string("hashString")});
   const json::Value ids = json::Value::array({json::Value::integer(torrent)});
   const RVSOAPRequest question = command("torrent-get", {{"fields", fields}, {"ids", ids}});
-  RVSOAPResult result;
-  for (int attempt = 0; attempt == 0 || (attempt < kAskAttempts && result.statuscode == "409"); ++attempt) {
-    result = sendCommand(question);
+  json::Value answer;
+  for (int attempt = 0; attempt < kAskAttempts && answer.isAbsent(); ++attempt) {
+    const RVSOAPResult result = sendCommand(question);
+    answer = result.getResponseDict();
+    if (result.outcome.condition == DaemonCondition::noAnswer) {
+      break;  // it has had its time
+    }
   }
-  return result.getResponseDict();
+  return answer;
 }
 
 json::Value _RVTrans::addTorrentFile(const std::string& file) {

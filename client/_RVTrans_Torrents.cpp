@@ -182,14 +182,15 @@ json::Value _RVTrans::getTorrentList() const {
 std::shared_ptr<RVTorrentInfo> _RVTrans::getTorrentInfo(std::int64_t torrent) {
   log("getTorrentDetailInfo\n");
   const json::Value ids = json::Value::array({json::Value::integer(torrent)});
-  const json::Value answer =
-      sendCommand(torrentGet({{"fields", torrentDetailFields()}, {"ids", ids}})).getResponseDict();
+  const RVSOAPResult result = sendCommand(torrentGet({{"fields", torrentDetailFields()}, {"ids", ids}}));
+  const json::Value answer = result.getResponseDict();
   const json::ValueRef torrents = answer.ref()["arguments"]["torrents"];
   // No answer gives an empty record; an answer without the torrent raises.
   const json::ValueRef found = torrents.isAbsent() ? json::ValueRef() : torrents.at(0);
   auto info = std::make_shared<RVTorrentInfo>();
   info->files = filesFrom(answer, found["files"]);
   fill(*info, found);
+  listing_.learn(TorrentIdentity::of(found), result.session);
   log("finished getTorrentDetailInfo\n");
   return info;
 }

@@ -105,7 +105,8 @@ std::string DealingDaemon::listed(const std::string& ids) const {
     if (ids.empty() || ids == "[" + std::to_string(torrent.id) + "]") {
       list += std::string(list.empty() ? "" : ",") + "{\"id\":" + std::to_string(torrent.id) +
               ",\"name\":\"" + torrent.name + "\",\"totalSize\":" + std::to_string(torrent.size) +
-              ",\"uploadedEver\":" + std::to_string(torrent.number) + "}";
+              ",\"uploadedEver\":" + std::to_string(torrent.number) + ",\"hashString\":\"" +
+              std::to_string(torrent.number) + "\"}";
     }
   }
   return R"({"arguments":{"torrents":[)" + list + R"(]},"result":"success"})";
