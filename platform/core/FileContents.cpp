@@ -28,7 +28,9 @@ std::string pathOfFile(const std::string& file) {
   if (!rest.starts_with('/') || rest.starts_with("//")) {
     return {};
   }
-  return QByteArray::fromPercentEncoding(QByteArray(rest.data(), qsizetype(rest.size()))).toStdString();
+  std::string path =
+      QByteArray::fromPercentEncoding(QByteArray(rest.data(), qsizetype(rest.size()))).toStdString();
+  return path.find('\0') == std::string::npos ? path : std::string();  // the kernel would stop there
 }
 
 std::optional<std::string> contentsOfFile(const std::string& file) {

@@ -229,6 +229,7 @@ class Inbox::Impl {
     std::size_t kept = 0;
     try {
       flushToDisk(drafts);
+      lastGiven_ = std::max(lastGiven_, drafts.empty() ? 0 : lastNumber());
       for (; kept < drafts.size(); ++kept) {
         giveNumber(drafts[kept]);
       }
@@ -258,7 +259,7 @@ class Inbox::Impl {
   // program may take the same number at the same moment: one with another ending stands beside, and their
   // order is anybody's.
   void giveNumber(const Draft& draft) {
-    for (lastGiven_ = std::max(lastGiven_, lastNumber());;) {
+    while (true) {
       std::error_code error;
       ++lastGiven_;
       const auto number = static_cast<unsigned long long>(lastGiven_);

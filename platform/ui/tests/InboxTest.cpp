@@ -78,6 +78,7 @@ TEST_F(InboxTest, SaysWhatCannotBeAddedAndWhy) {
       {at + "pipe", "can be read"},
       {"ftp://host/x.torrent", "neither"},
       {"file://elsewhere/x", "machine"},
+      {"file://" + large + "%00.torrent", "machine"},
       {"x.torrent", "machine"},
       {"", "machine"},
       {"magnet:" + std::string(2 << 20, 'x'), "too long"},
