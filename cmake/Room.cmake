@@ -60,7 +60,7 @@ endfunction()
 # The surroundings of every test that runs a program of ours: no screen, and what the sanitizers are to look for and
 # to leave out. With them a program takes several times as long.
 set(seedmote_sanitizer_options
-  "ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1:check_initialization_order=1:detect_leaks=1"
+  "ASAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/asan.supp:detect_stack_use_after_return=1:strict_string_checks=1:check_initialization_order=1:detect_leaks=1"
   "UBSAN_OPTIONS=print_stacktrace=1"
   "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
   "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:die_after_fork=0:detect_deadlocks=1:second_deadlock_stack=1")

@@ -17,7 +17,7 @@ Item {
 
             required property int index
 
-            x: (spinner.width - width) / 2
+            x: ((parent?.width ?? 0) - width) / 2
             width: 3
             height: 6.5
             radius: 1.5
@@ -25,7 +25,7 @@ Item {
             opacity: 0.2 + 0.8 * index / 11
             transform: Rotation {
                 origin.x: 1.5
-                origin.y: spinner.height / 2
+                origin.y: (spoke.parent?.height ?? 0) / 2
                 angle: spoke.index * 30
             }
         }

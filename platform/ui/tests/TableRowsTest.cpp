@@ -240,7 +240,7 @@ TEST_F(TableRowsTest, KeysAndTheMouseAreSeenAtTheirRowAFingerIsNot) {
   EXPECT_TRUE(QAccessible::queryAccessibleInterface(rowItem(1))->state().focused);
 
   QTest::mouseMove(&window, {100, 210});
-  EXPECT_TRUE(isTinted(4));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return isTinted(4); }));
   std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
   QTest::touchEvent(&window, finger.get()).press(0, {100, 60}, &window);
   EXPECT_FALSE(isTinted(1));
