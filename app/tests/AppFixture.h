@@ -14,7 +14,7 @@
 #include "app/RealUiServices.h"
 #include "platform/core/CurlHttp.h"
 #include "platform/core/LoginGuard.h"
-#include "tests/support/Hand.h"
+#include "tests/support/SlowHand.h"
 #include "widgets/OvProgressHUD.h"
 #include "widgets/TextMeasure.h"
 
@@ -24,19 +24,6 @@ namespace seedmote {
 struct Wire {
   platform::CurlHttp curl;
   platform::LoginGuard guarded{curl};
-};
-
-// What it does has happened when it goes on.
-class SlowHand final : public support::Hand {
- public:
-  using Hand::Hand;
-
- private:
-  void rest(int milliseconds) override {
-    Hand::rest(milliseconds);
-    QTest::qWait(5);
-    onMain([](QWindow& window) { static_cast<QQuickView&>(window).grabWindow(); });  // moves come with frames
-  }
 };
 
 // The whole program in one process before a daemon on the wire. Tests touch what the window shows: on a phone
@@ -145,7 +132,7 @@ class AppFixture : private Wire, public ShellFixture {
   static std::string message() { return overlay().text().toStdString(); }
   platform::TableView& list() { return *delegate->torrentListController().table(); }
   // With a finger on a phone, else with a mouse.
-  SlowHand& hand() {
+  support::SlowHand& hand() {
     if (!hand_) hand_.emplace([this]() -> QWindow& { return window(); }, !isTablet());
     return *hand_;
   }
@@ -161,7 +148,7 @@ class AppFixture : private Wire, public ShellFixture {
     }
     return true;
   }
-  std::optional<SlowHand> hand_;
+  std::optional<support::SlowHand> hand_;
   QTimer pulse_;  // wakes whoever waits for something
 };
 

@@ -7,6 +7,7 @@
 #include "client/RVUtility.h"
 #include "client/SessionWatcher.h"
 #include "client/tests/FaultHarness.h"
+#include "widgets/OvProgressHUD.h"
 
 namespace seedmote::faults {
 namespace {

@@ -63,10 +63,13 @@ void Hand::hold(QPoint place, QEvent::Type type) {
   rest(kFrame);
 }
 
-void Hand::drag(QPoint from, QPoint to, int steps) {
-  hold(from, QEvent::MouseButtonPress);
-  for (int step = 1; step <= steps; ++step) hold(from + (to - from) * step / steps, QEvent::MouseMove);
-  hold(to, QEvent::MouseButtonRelease);
+void Hand::drag(const std::vector<QPoint>& path, int steps) {
+  hold(path.front(), QEvent::MouseButtonPress);
+  for (std::size_t part = 1; part < path.size(); ++part) {
+    const QPoint way = path[part] - path[part - 1];
+    for (int step = 1; step <= steps; ++step) hold(path[part - 1] + way * step / steps, QEvent::MouseMove);
+  }
+  hold(path.back(), QEvent::MouseButtonRelease);
   moment_ += kNoDoubleClick;
 }
 

@@ -25,7 +25,8 @@ class Hand {
 
   void tap(QPoint place) { drag(place, place, 0); }
   // In so many steps, one a frame; what is let go after few goes on moving.
-  void drag(QPoint from, QPoint to, int steps);
+  void drag(QPoint from, QPoint to, int steps) { drag(std::vector{from, to}, steps); }
+  void drag(const std::vector<QPoint>& path, int steps);  // so many for each part of it
   void wheel(QPoint place, int turns);
   void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {});
   // Into the field that has the keys, in place of what is there.
