@@ -1,20 +1,20 @@
 #pragma once
 
-#include <QAccessible>
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QPointingDevice>
 #include <QQuickItem>
 #include <QTimer>
 #include <QtTest/QTest>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 
 #include "ShellFixture.h"
 #include "app/RealUiServices.h"
 #include "platform/core/CurlHttp.h"
 #include "platform/core/LoginGuard.h"
+#include "tests/support/SlowHand.h"
 #include "widgets/OvProgressHUD.h"
 #include "widgets/TextMeasure.h"
 
@@ -104,7 +104,8 @@ class AppFixture : private Wire, public ShellFixture {
     QElapsedTimer still;
     int looks = 0;
     until("\"" + name + "\" stands still", [&] {
-      const QPoint before = std::exchange(place, placeOf(name));
+      const auto found = hand().targets(QString::fromStdString(name));
+      const QPoint before = std::exchange(place, found.empty() ? QPoint() : found.back().place);
       if (place.isNull() || place != before || !areViewsStill()) {
         looks = 0;
         still.start();
@@ -115,48 +116,29 @@ class AppFixture : private Wire, public ShellFixture {
   }
   // From a place to another, in steps as a hand makes them.
   void drag(QPoint from, QPoint to) {
-    hand(QTest::MousePress, from);
-    for (int step = 1; step <= 10 && from != to; ++step) {
-      hand(QTest::MouseMove, from + (to - from) * step / 10);
-      QTest::qWait(5);        // else the drag has no speed
-      window().grabWindow();  // moves are delivered with the frames
-    }
-    hand(QTest::MouseRelease, to);
+    hand().drag(from, to, from == to ? 0 : 10);
     settle();
   }
   void swipe(int way) { drag({350, 200}, {350 + way, 200}); }
   // Writes into a field in place of what is there.
   void type(const std::string& field, const std::string& text) {
     tap(field);
-    QTest::keySequence(&window(), QKeySequence::SelectAll);
-    for (const char letter : text) QTest::keyClick(&window(), letter);
+    hand().type(QString::fromStdString(text));
+    settle();
   }
 
   QQuickView& window() { return delegate->window(); }
   static OvProgressHUD& overlay() { return *OvProgressHUD::sharedView(); }
   static std::string message() { return overlay().text().toStdString(); }
   platform::TableView& list() { return *delegate->torrentListController().table(); }
+  // With a finger on a phone, else with a mouse.
+  support::SlowHand& hand() {
+    if (!hand_) hand_.emplace([this]() -> QWindow& { return window(); }, !isTablet());
+    return *hand_;
+  }
   bool isTablet() { return services->device.userInterfaceIdiom() == platform::Idiom::tablet; }
 
  private:
-  // In the window; null when there is nothing of that name to be touched. A password's field has no name.
-  QPoint placeOf(const std::string& name) {
-    QPoint place;
-    std::vector<QAccessibleInterface*> all{QAccessible::queryAccessibleInterface(&window())};
-    for (std::size_t at = 0; at < all.size(); ++at) {
-      const QAccessibleInterface& one = *all[at];
-      for (int child = 0; child < one.childCount(); ++child) all.push_back(one.child(child));
-      const auto role = one.role();
-      const bool isField = role == QAccessible::EditableText;
-      if (!isField && role != QAccessible::Button && role != QAccessible::ListItem) continue;
-      const QString called = one.text(QAccessible::Name);
-      const QString said = isField && called.isEmpty() ? one.text(QAccessible::Description) : called;
-      if (said.toStdString() == name && !one.state().invisible) {
-        place = window().mapFromGlobal(one.rect().center());
-      }
-    }
-    return place;
-  }
   bool areViewsStill() {
     for (const QQuickItem* item : window().contentItem()->findChildren<QQuickItem*>()) {
       const auto* geometry = item->property("geometry").value<platform::ViewGeometry*>();
@@ -166,15 +148,7 @@ class AppFixture : private Wire, public ShellFixture {
     }
     return true;
   }
-  void hand(QTest::MouseAction action, QPoint place) {
-    if (isTablet()) return QTest::mouseEvent(action, &window(), Qt::LeftButton, {}, place);
-    static QPointingDevice* const finger = QTest::createTouchDevice();
-    auto touches = QTest::touchEvent(&window(), finger);
-    action == QTest::MousePress  ? touches.press(0, place, &window())
-    : action == QTest::MouseMove ? touches.move(0, place, &window())
-                                 : touches.release(0, place, &window());
-  }
-
+  std::optional<support::SlowHand> hand_;
   QTimer pulse_;  // wakes whoever waits for something
 };
 

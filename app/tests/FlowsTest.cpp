@@ -12,7 +12,6 @@ using platform::Idiom;
 using support::RealDaemon;
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
 using Names = std::vector<std::string>;
 
 class FlowsTest : public AppFixture, public testing::WithParamInterface<Idiom> {
@@ -49,9 +48,6 @@ class FlowsTest : public AppFixture, public testing::WithParamInterface<Idiom> {
   }
   Names shown() { return shown(list()); }
   void tick() { advance(2); }
-  double slid() { return delegate->torrentListController().view()->translation().x(); }
-  double home() { return isTablet() ? 50 : 0; }
-  std::string emptyState() { return delegate->torrentListController().emptyState().toStdString(); }
 
   const Names kAll{"tiny-0", "tiny-1", "tiny-2"};
 };
@@ -85,24 +81,6 @@ TEST_P(FlowsTest, AFirstStartAsksForTheDaemonAndListsItsTorrents) {
   advance(1);
   services->finishThreads();
   EXPECT_EQ(statistics->downloadSpeed(), QStringLiteral("0B/sec"));
-}
-
-TEST_P(FlowsTest, TheListMakesWayForTheFilterAndComesHome) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  openAt(daemon);
-  swipe(120);
-  EXPECT_EQ(slid(), 200);
-  tap("Seeding");
-  EXPECT_EQ(shown(), Names{});
-  EXPECT_THAT(emptyState(), StartsWith("No torrent is in the state \"Seeding\" now."));
-  tap("Finished");
-  EXPECT_EQ(shown(), kAll);
-  tap("tiny-0");
-  EXPECT_EQ(slid(), home());
-  EXPECT_EQ(RVTrans::getTorrentSelection(), -1) << "this tap only brings the list home";
-  tap("tiny-0");
-  EXPECT_NE(RVTrans::getTorrentSelection(), -1);
 }
 
 TEST_P(FlowsTest, ATorrentIsStartedStoppedAndDeletedAndNoOther) {
@@ -161,44 +139,6 @@ TEST_P(FlowsTest, APullAddsTheCopiedLinkWithItsTracker) {
   EXPECT_EQ(message(), "Success!");
   EXPECT_THAT(told(daemon, R"("name","trackers")"),
               AllOf(HasSubstr("A copied one"), HasSubstr("http://127.0.0.1:9/announce")));
-}
-
-TEST_P(FlowsTest, AWrongPasswordAndADaemonThatWentAreMended) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon({.credentials = "al:ice"});
-  daemon.addTorrents(3);
-  install(GetParam());
-  confirmSettings(daemon.port());
-  store.usernameChanged({"al"});
-  store.passwordChanged({"cream"});
-  open();
-  advance(3);
-  services->finishThreads();
-  EXPECT_THAT(message(), StartsWith("Failed to connecting daemon!"));
-  tick();
-  EXPECT_THAT(emptyState(), StartsWith("The daemon refused the user name or the password."));
-
-  tap("Settings");
-  type("Password", "ice");
-  tap("Close");
-  advance(0.7);
-  tap("Refresh");
-  services->finishThreads();
-  EXPECT_EQ(message(), "Daemon is connected!");
-  tick();
-  EXPECT_EQ(shown(), kAll);
-
-  daemon.stop();
-  tap("Refresh");
-  tick();
-  EXPECT_EQ(shown(), Names{});
-  EXPECT_THAT(emptyState(), StartsWith("Nobody listens at this address and port."));
-  daemon.restart();
-  tap("Refresh");
-  tick();
-  services->finishThreads();
-  tick();
-  EXPECT_THAT(shown(), testing::UnorderedElementsAreArray(kAll)) << "the new session is found by itself";
 }
 
 }  // namespace

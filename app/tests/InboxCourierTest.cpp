@@ -126,21 +126,6 @@ TEST_F(InboxCourierTest, WhatNeverArrivesLetsTheOthersThrough) {
   EXPECT_THAT(notice().toStdString(), StartsWith("magnet:?413 waits to be added."));
 }
 
-TEST_F(InboxCourierTest, AWrongPasswordIsMended) {
-  daemon.model().setCredentials("anna:secret");
-  start();
-  inbox.take({"magnet:?1111"});
-  connect();
-  turn(12);
-  EXPECT_THAT(notice().toStdString(), HasSubstr("refused the user name or the password"));
-  store.usernameChanged({"anna"});
-  store.passwordChanged({"secret"});
-  delegate->mainViewController().inboxNotice()->tryAgain();
-  turn(6);
-  EXPECT_THAT(arrived(), ElementsAre("1111"));
-  EXPECT_TRUE(inbox.waiting().empty());
-}
-
 TEST_F(InboxCourierTest, WhatTheDaemonDoesNotTakeIsTold) {
   start();
   connect();

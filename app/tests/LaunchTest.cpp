@@ -1,18 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <array>
 
 #include "app/tests/PrivateBus.h"
 #include "platform/ui/Inbox.h"
 #include "tests/support/LoopbackDaemon.h"
+#include "tests/support/RealProgram.h"
 #include "tests/support/Replies.h"
 
 namespace seedmote {
@@ -34,51 +31,16 @@ constexpr const char* kTorrents =
     R"("rateDownload":10,"rateUpload":0,"uploadedEver":0,"isFinished":false,"leftUntilDone":1024},)"
     R"({"id":4,"name":"zwei 日本.bin","percentDone":1,"totalSize":10,"status":6}]},"result":"success"})";
 
-// The program with a settings folder of its own and without a screen.
 class LaunchTest : public testing::Test {
  protected:
-  LaunchTest() {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("SEEDMOTE_ALONE"), QStringLiteral("1"));
-    for (const char* home : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"}) {
-      environment.insert(QString::fromLatin1(home), folder.path());
-    }
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
-    program.setProcessEnvironment(environment);
-    program.setProgram(QStringLiteral(SEEDMOTE_PROGRAM));
-  }
-  ~LaunchTest() override {
-    program.kill();
-    program.waitForFinished();
-  }
-
-  void start(const std::vector<std::string>& arguments) {
-    QStringList list;
-    for (const std::string& argument : arguments) list << QString::fromStdString(argument);
-    program.setArguments(list);
-    program.start();
-  }
-  int run(const std::vector<std::string>& arguments, const char* input = "") {
-    start(arguments);
-    program.write(input);
-    program.closeWriteChannel();
-    EXPECT_TRUE(program.waitForFinished(60'000));
-    output = program.readAllStandardOutput().toStdString();
-    errors = program.readAllStandardError().toStdString();
-    return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1;
-  }
   int storeSettings(const LoopbackDaemon& daemon) {
-    return run({"--set", "IP Address=127.0.0.1", "--set", "Port=" + std::to_string(daemon.port()), "--set",
-                "Username=al", "--set", "Password=-", "--set", "FirstRun=3", "--set",
-                std::string("SavedVersion=") + SEEDMOTE_VERSION},
-               "s3cret\n");
+    return program.run({"--set", "IP Address=127.0.0.1", "--set", "Port=" + std::to_string(daemon.port()),
+                        "--set", "Username=al", "--set", "Password=-", "--set", "FirstRun=3", "--set",
+                        std::string("SavedVersion=") + SEEDMOTE_VERSION},
+                       "s3cret\n");
   }
 
-  QTemporaryDir folder;
-  QProcess program;
-  std::string output;
-  std::string errors;
+  RealProgram program;
 };
 
 TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
@@ -86,85 +48,75 @@ TEST_F(LaunchTest, ADaemonsTorrentsStandInTheWindowAndThePasswordNowhere) {
   daemon.model().setCredentials("al:s3cret");
   daemon.model().setTorrents(kTorrents);
   ASSERT_EQ(storeSettings(daemon), 0);
-  EXPECT_EQ(output + errors, "") << "storing settings prints nothing";
-  const QFile stored(folder.filePath(QStringLiteral("seedmote/defaults.plist")));
-  EXPECT_TRUE(stored.exists());
-  EXPECT_EQ(stored.permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
-
-  const QString picture = folder.filePath(QStringLiteral("list.png"));
-  ASSERT_EQ(run({"--idiom", "phone", "--snapshot", picture.toStdString()}), 0) << errors;
-  EXPECT_THAT(output, HasSubstr("one.iso\n    (50%)   Downloaded:1024B/2.0KB   Uploaded:0B "));
-  EXPECT_THAT(output, HasSubstr("zwei 日本.bin"));
-  EXPECT_FALSE(QImage(picture).isNull());
-  EXPECT_THAT(errors, HasSubstr("Seedmote Start"));
-  EXPECT_THAT(errors, HasSubstr("bConnected = TRUE"));
-  EXPECT_THAT(errors, Not(HasSubstr("s3cret")));
+  EXPECT_EQ(program.output + program.errors, "") << "storing settings prints nothing";
+  const std::string picture = program.home() / "list.png";
+  ASSERT_EQ(program.run({"--idiom", "phone", "--snapshot", picture}), 0) << program.errors;
+  EXPECT_THAT(program.output, HasSubstr("one.iso\n    (50%)   Downloaded:1024B/2.0KB   Uploaded:0B "));
+  EXPECT_THAT(program.output, HasSubstr("zwei 日本.bin"));
+  EXPECT_FALSE(QImage(QString::fromStdString(picture)).isNull());
+  EXPECT_THAT(program.errors, HasSubstr("Seedmote Start"));
+  EXPECT_THAT(program.errors, HasSubstr("bConnected = TRUE"));
+  EXPECT_THAT(program.errors, Not(HasSubstr("s3cret")));
   EXPECT_THAT(daemon.requests().size(), testing::AnyOf(5, 6)) << "with the statistics' poll or without";
 }
 
 TEST_F(LaunchTest, AWrongSettingIsNamedAndNothingStored) {
-  EXPECT_EQ(run({"--set", "Port=9091", "--set", "Nonsense=1"}), 2);
-  EXPECT_THAT(errors, HasSubstr("Nonsense"));
-  EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("seedmote/defaults.plist"))));
-  EXPECT_EQ(run({"--what"}), 2);
-  EXPECT_EQ(run({"--version"}), 0);
-  EXPECT_THAT(output, testing::StartsWith("Seedmote "));
+  EXPECT_EQ(program.run({"--set", "Port=9091", "--set", "Nonsense=1"}), 2);
+  EXPECT_THAT(program.errors, HasSubstr("Nonsense"));
+  EXPECT_FALSE(exists(program.settings()));
+  EXPECT_EQ(program.run({"--what"}), 2);
+  EXPECT_EQ(program.run({"--version"}), 0);
+  EXPECT_THAT(program.output, testing::StartsWith("Seedmote "));
 }
 
 TEST_F(LaunchTest, TheProgramEndsAtOnceInTheMiddleOfARequest) {
   LoopbackDaemon daemon;
   daemon.setReply(replies::hang());
   ASSERT_EQ(storeSettings(daemon), 0);
-  start({});
+  program.start({});
   ASSERT_TRUE(daemon.waitForRequests(1));
   QElapsedTimer ending;
   ending.start();
-  program.terminate();
-  EXPECT_TRUE(program.waitForFinished(30'000));
+  EXPECT_EQ(program.end(), 0);
   EXPECT_LT(ending.elapsed(), kEndsWithin);
-  EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-  EXPECT_EQ(program.exitCode(), 0);
 }
 
 TEST_F(LaunchTest, WithoutAWindowSystemItSaysWhatToDo) {
-  QProcessEnvironment environment = program.processEnvironment();
+  QProcessEnvironment environment = program.process.processEnvironment();
   for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
     environment.remove(QString::fromLatin1(name));
   }
   for (const char* display : {"", ":97531"}) {
     if (*display != 0) environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
-    program.setProcessEnvironment(environment);
-    EXPECT_EQ(run({}), 1);
-    EXPECT_THAT(errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
+    program.process.setProcessEnvironment(environment);
+    EXPECT_EQ(program.run({}), 1);
+    EXPECT_THAT(program.errors, HasSubstr("QT_QPA_PLATFORM=offscreen"));
   }
 }
 
 TEST_F(LaunchTest, OfThreeStartsAtOnceOneStaysAndTakesWhatTheOthersWereGiven) {
   PrivateBus bus;
-  QProcessEnvironment environment = program.processEnvironment();
+  QProcessEnvironment environment = program.process.processEnvironment();
   environment.remove(QStringLiteral("SEEDMOTE_ALONE"));
   environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
                      qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
-  program.setProcessEnvironment(environment);
+  program.process.setProcessEnvironment(environment);
   std::array<QProcess, 3> starts;
   for (QProcess& start : starts) {
     start.setProcessEnvironment(environment);
-    start.start(program.program(), {QStringLiteral("magnet:?%1").arg(&start - starts.data())});
+    start.start(program.process.program(), {QStringLiteral("magnet:?%1").arg(&start - starts.data())});
   }
   const auto runs = [](const QProcess& start) { return start.state() != QProcess::NotRunning; };
   while (std::ranges::count_if(starts, runs) > 1) {
     for (QProcess& start : starts) start.waitForFinished(20);
   }
-  EXPECT_EQ(run({"--idiom", "phone", "magnet:?3"}), 0);
-  EXPECT_THAT(errors, HasSubstr("open already"));
+  EXPECT_EQ(program.run({"--idiom", "phone", "magnet:?3"}), 0);
+  EXPECT_THAT(program.errors, HasSubstr("open already"));
 
   bus.stop();  // a bus that has gone ends nothing, and keeps nobody from starting
-  start({});
-  program.setReadChannel(QProcess::StandardError);
-  while (errors.find("Seedmote Start") == std::string::npos && program.waitForReadyRead()) {
-    errors += program.readAllStandardError().toStdString();
-  }
-  EXPECT_TRUE(runs(program));
+  program.start({});
+  EXPECT_TRUE(program.hasSaid("Seedmote Start"));
+  EXPECT_TRUE(runs(program.process));
   for (QProcess& start : starts) {
     const bool first = runs(start);
     start.terminate();
@@ -173,7 +125,7 @@ TEST_F(LaunchTest, OfThreeStartsAtOnceOneStaysAndTakesWhatTheOthersWereGiven) {
   }
   std::vector<std::string> kept;
   for (const platform::Inbox::Item& item :
-       platform::Inbox(folder.filePath(QStringLiteral("seedmote/inbox")).toStdString(), nullptr).waiting()) {
+       platform::Inbox((program.home() / "state/seedmote/inbox").string(), nullptr).waiting()) {
     kept.push_back(item.name);
   }
   EXPECT_THAT(kept, testing::UnorderedElementsAre("magnet:?0", "magnet:?1", "magnet:?2", "magnet:?3"));

@@ -1,7 +1,5 @@
 // The window while the main thread waits: it goes on painting, and what is done to it meanwhile happens in
 // its time or not at all.
-#include <qpa/qwindowsysteminterface.h>
-
 #include <QTemporaryDir>
 #include <atomic>
 #include <fstream>
@@ -12,7 +10,6 @@
 namespace seedmote {
 namespace {
 
-using Queue = QWindowSystemInterface;
 using support::RecordedRequest;
 
 constexpr const char* kDetail = "\"ids\":[";
@@ -60,14 +57,9 @@ class NeverFrozenTest : public AppFixture {
   std::function<bool()> isAsking(const char* part) {
     return [this, part] { return services->clock.sleeping() > 0 && sent(part) > 0; };
   }
-  // A click on a row as the window system delivers it: into the queue.
+  // A click on a row that waits in the window system's queue.
   void click(int row) {
-    const QPoint place(400, 20 + 78 * row + 39);
-    for (const auto& [buttons, type] : {std::pair(Qt::LeftButton, QEvent::MouseButtonPress),
-                                        std::pair(Qt::NoButton, QEvent::MouseButtonRelease)}) {
-      Queue::handleMouseEvent<Queue::AsynchronousDelivery>(&window(), place, window().mapToGlobal(place),
-                                                           buttons, Qt::LeftButton, type);
-    }
+    support::Hand([this]() -> QWindow& { return window(); }, false).tap(QPoint(400, 20 + 78 * row + 39));
   }
 
   // How many frames are painted in half a second.
@@ -178,7 +170,7 @@ TEST_P(ClosingTest, EndsTheWaitAndSendsNothingMore) {
   QElapsedTimer ending;
   duringWait(isAsking(part), [&] {
     ending.start();
-    Queue::handleCloseEvent<Queue::AsynchronousDelivery>(&window());
+    hand().closeWindow();
   });
   tap(name);
   ASSERT_TRUE(ending.isValid());

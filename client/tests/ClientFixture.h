@@ -33,7 +33,7 @@ inline std::string sessionPage(const std::string& id) {
 // A client with stored settings, a scripted daemon and a driven clock.
 class ClientFixture : public testing::Test {
  protected:
-  ClientFixture() {
+  explicit ClientFixture(platform::Idiom idiom = platform::Idiom::tablet) : services(nullptr, idiom) {
     json::setLogFunction([](std::string_view text) { platform::log("%@", text); });
     services.setSetting("IP Address", "10.0.0.7");
     services.setSetting("Port", "9091");
@@ -61,13 +61,14 @@ class ClientFixture : public testing::Test {
   }
   // As the daemon does: the requests of the hand-shake and of the list are answered by their method.
   void answerLikeADaemon() {
-    services.scripted.setHandler([](const platform::HttpRequest& request) {
-      const std::string& session = request.headers.at(0).value;
-      if (session != "abc") return page(409, sessionPage("abc"));
-      if (request.body == kStats) return page(200, kStatsAnswer);
-      if (request.body == kInfo) return page(200, kInfoAnswer);
-      return page(200, kListAnswer);
-    });
+    services.scripted.setHandler([](const auto& request) { return answerOf(request, kListAnswer); });
+  }
+  static platform::HttpAnswer answerOf(const platform::HttpRequest& request, const std::string& list) {
+    const std::string& session = request.headers.at(0).value;
+    if (session != "abc") return page(409, sessionPage("abc"));
+    if (request.body == kStats) return page(200, kStatsAnswer);
+    if (request.body == kInfo) return page(200, kInfoAnswer);
+    return page(200, list);
   }
   void connect() {
     RVTrans::init();

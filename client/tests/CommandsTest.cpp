@@ -52,27 +52,6 @@ TEST_F(CommandsTest, EachCommandsTextIsSentAsItIsLaidDown) {
   EXPECT_EQ(lines.count("addTorrentData\n"), 3);
 }
 
-TEST_F(CommandsTest, AnAddReturnsTheDaemonsAnswerWithItsStatus) {
-  struct Case {
-    const char* what;
-    platform::HttpAnswer answer;
-    std::string result;
-  };
-  const Case cases[] = {
-      {"added", page(200, R"({"arguments":{"torrent-added":{"id":3}},"result":"success"})"),
-       R"({"arguments":{"torrent-added":{"id":3}},"result":"success","statuscode":"200"})"},
-      {"refused by the daemon", page(200, R"({"arguments":{},"result":"invalid or corrupt torrent file"})"),
-       R"({"arguments":{},"result":"invalid or corrupt torrent file","statuscode":"200"})"},
-      {"an answer with a status of its own", page(200, R"({"statuscode":7})"), R"({"statuscode":"200"})"},
-      {"no JSON", page(500, "oops"), R"({"statuscode":"500"})"},
-      {"no answer", failure(HttpError::timedOut), R"({"statuscode":"0"})"},
-  };
-  for (const Case& c : cases) {
-    enqueue({c.answer});
-    EXPECT_EQ(client.addTorrentURL("http://127.0.0.1/a.torrent").ref().description(), c.result) << c.what;
-  }
-}
-
 TEST_F(CommandsTest, AFileIsSentWholeAndAnUnreadableOneAsEmpty) {
   services.scripted.setHandler([](const auto&) { return page(200, R"({"result":"success"})"); });
   const QTemporaryDir folder;

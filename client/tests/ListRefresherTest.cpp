@@ -47,6 +47,8 @@ TEST_F(ListRefresherTest, OnlyAListThatIsAnotherIsNew) {
   EXPECT_EQ(overlayText(), "") << "nothing is said";
   EXPECT_EQ(fetched, 2);
   answerWith(500);
+  EXPECT_EQ(pass(5), 1U);
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U) << "a list that did not come takes none away";
   RVTrans::updateAllTorrents();
   RVTrans::isNewData();
   answerWith(200);

@@ -7,6 +7,7 @@
 #include "client/RVUtility.h"
 #include "client/SessionWatcher.h"
 #include "client/tests/FaultHarness.h"
+#include "widgets/OvProgressHUD.h"
 
 namespace seedmote::faults {
 namespace {
@@ -83,25 +84,6 @@ TEST_F(OverlapTest, WhateverOverlapsTheClientEndsUpWithTheDaemonsList) {
   EXPECT_FALSE(RVTrans::isOutOfStep());
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
   EXPECT_EQ(house.services.threads.running(), 0);
-}
-
-TEST_F(OverlapTest, AttemptsAtOnceNeverLeaveAConnectedClientWithoutASession) {
-  for (int round = 0; round < 30; ++round) {
-    house.daemon.changeSessionId();
-    for (unsigned attempts = 2 + random() % 3; attempts > 0; --attempts) {
-      RVTrans::init();
-      for (unsigned pause = random() % 2000; pause > 0; --pause) std::this_thread::yield();
-    }
-    finish();
-    letAllHeal();
-    ASSERT_TRUE(RVTrans::isConnected());
-    ASSERT_NE(RVTrans::getSessionStatus(), nullptr);
-    ASSERT_EQ(RVTrans::getSessionStatus()->torrentCount, 1);
-    ASSERT_EQ(RVTrans::getTorrentList()->count(), 1U);
-    ASSERT_FALSE(RVTrans::isUpdating());
-    finish();
-    RVTrans::drop();
-  }
 }
 
 }  // namespace

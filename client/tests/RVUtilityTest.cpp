@@ -5,8 +5,6 @@
 #include <limits>
 
 #include "platform/core/Log.h"
-#include "tests/support/TestServices.h"
-#include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 namespace {
@@ -90,20 +88,6 @@ TEST(RVUtility, TrimmingKnowsUnicodeBlanksAndKeepsTheInside) {
             {"\u200Bx\u200B", "\u200Bx\u200B"},
             {" \xA0x\x85 ", "\xA0x\x85"}};
   for (const auto& c : cases) EXPECT_EQ(RVUtility::trimString(c.text), c.trimmed);
-}
-
-TEST(RVUtility, MessagesAreShownFromAThreadOfTheirOwn) {
-  support::TestServices services;
-  platform::LogRecorder log;
-  RVUtility::showMessage("Torrent is added!");
-  EXPECT_TRUE(log.contains("start showMessage"));
-  EXPECT_FALSE(OvProgressHUD::isVisible());
-  services.finishThreads();
-  services.settle();
-  EXPECT_TRUE(OvProgressHUD::isVisible());
-  EXPECT_EQ(OvProgressHUD::sharedView()->text().toStdString(), "Torrent is added!");
-  EXPECT_FALSE(OvProgressHUD::sharedView()->okButton().title.isEmpty());
-  OvProgressHUD::dropSharedView();
 }
 
 TEST(RVUtility, DumpsNameEveryEntryAndNoPassword) {

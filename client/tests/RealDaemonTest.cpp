@@ -1,5 +1,5 @@
 // The client over real sockets, as the program runs it, before Debian's daemon.
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <QTemporaryDir>
 #include <fstream>
@@ -11,7 +11,6 @@
 #include "tests/support/RealDaemon.h"
 #include "tests/support/TestServices.h"
 #include "tests/support/TlsFront.h"
-#include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 namespace {
@@ -46,13 +45,6 @@ class RealDaemonTest : public testing::Test {
       if (torrent["name"].text() == name) return list.share(torrent);
     }
     return {};
-  }
-  static void select(const std::string& name) { RVTrans::selectTorrent(torrentID(listed(name)["id"])); }
-  // What the message says of it.
-  std::string remove() {
-    RVTrans::deleteTorrent();
-    services.finishThreads();
-    return OvProgressHUD::sharedView()->text().toStdString();
   }
 
   platform::CurlHttp curl;
@@ -91,32 +83,6 @@ TEST_F(RealDaemonTest, TorrentsAreAddedEachWay) {
   for (const char* name : {"by file", "by bytes", "by link", "m g"}) {
     EXPECT_FALSE(listed(name).isAbsent()) << name;
   }
-}
-
-TEST_F(RealDaemonTest, AfterARestartNoOtherTorrentIsRemoved) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  RealDaemon daemon;
-  daemon.addTorrents(8);
-  connect(daemon.port());
-  bool dealtAnew = false;
-  for (int i = 0; i < 10 && !dealtAnew; ++i) {
-    select("tiny-3");
-    const std::string before = std::to_string(RVTrans::getTorrentSelection());
-    daemon.restart();
-    dealtAnew = daemon.rpc(R"({"method":"torrent-get","arguments":{"fields":["id","name"]}})")
-                    .find("{\"id\":" + before + ",\"name\":\"tiny-3\"}") == std::string::npos;
-    if (!dealtAnew) listed("");  // meets the new session id
-  }
-  ASSERT_TRUE(dealtAnew);
-  EXPECT_THAT(remove(), testing::HasSubstr("Not deleted!"));
-  EXPECT_EQ(OvProgressHUD::sharedView()->image(), QStringLiteral("error"));
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 8U);
-  select("tiny-3");
-  EXPECT_EQ(remove(), "Deleted!!");
-  EXPECT_TRUE(listed("tiny-3").isAbsent());
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 7U);
-  remove();
-  EXPECT_EQ(RVTrans::getTorrentList()->count(), 7U) << "with nothing selected nothing is removed";
 }
 
 TEST_F(RealDaemonTest, IsReachedThroughASelfSignedFront) {

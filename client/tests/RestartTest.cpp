@@ -102,31 +102,6 @@ TEST_F(RestartTest, ARemovalNeverHitsAnotherTorrent) {
   }
 }
 
-TEST_F(RestartTest, WhatTheUserSawIsMeantAlsoWhenTheListChangedSince) {
-  connect();
-  RVTrans::selectTorrent(2);
-  afterRestart = "[" + gamma + "]";
-  restart();
-  RVTrans::updateAllTorrents();  // meets the new id
-  RVTrans::updateAllTorrents();
-  EXPECT_EQ(RVTrans::getTorrentSelection(), -1) << "id 2 is another torrent now";
-  RVTrans::deleteTorrent();
-  services.finishThreads();
-  EXPECT_EQ(questions, 0);
-  EXPECT_NE(bodies().at(bodies().size() - 2).find(R"("ids":-1)"), std::string::npos);
-}
-
-TEST_F(RestartTest, ARowThatIsOlderThanTheListSelectsNothing) {
-  connect();
-  afterRestart = "[" + gamma + "]";
-  restart();
-  RVTrans::fetchTorrentList();
-  EXPECT_FALSE(RVTrans::selectTorrent({2, "beta", 9}, RVTrans::torrentDeal()))
-      << "the row still shows what stood there before";
-  EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
-  EXPECT_TRUE(RVTrans::selectTorrent({2, "gamma", 9}, RVTrans::torrentDeal()));
-}
-
 TEST_F(RestartTest, AListThatComesBetweenTheTapAndTheRemovalChangesNothing) {
   connect();
   RVTrans::selectTorrent(2);

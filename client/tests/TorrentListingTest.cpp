@@ -32,6 +32,7 @@ TEST(TorrentListing, ASelectionSurvivesAnotherSessionOnlyAsTheSameTorrent) {
   const Case cases[] = {
       {"same session, another name", "first", listOf("gamma"), 2},
       {"same session, gone", "first", json::Value::array({}), 2},
+      {"another session, another name", "second", listOf("gamma"), -1},
       {"another session, gone", "second", json::Value::array({}), -1},
   };
   for (const Case& c : cases) {

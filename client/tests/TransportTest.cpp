@@ -19,7 +19,6 @@ class TransportTest : public ClientFixture {
     const auto sent = services.scripted.requests().at(request);
     return index < sent.headers.size() ? sent.headers[index].name + "=" + sent.headers[index].value : "";
   }
-  void finish() { services.finishThreads(); }
 
   _RVTrans client;
 };
@@ -113,22 +112,6 @@ TEST_F(TransportTest, ASessionIdIsReadFromTheBodyAlone) {
   }
   EXPECT_EQ(client.getSessionID(std::nullopt), std::nullopt);
   EXPECT_TRUE(lines.contains("New session-id: \"(null)\"\n"));
-}
-
-TEST_F(TransportTest, TheCountdownCountsEachSecondAndEndsWithItsExchange) {
-  services.scripted.hold();
-  services.scripted.setHandler([](const auto&) { return page(200, "{}"); });
-  services.threads.start("asker", [this] { client.sendCommandStringRetry("text"); });
-  for (int second = 0; second < 3; ++second) {
-    services.spinUntil([this] { return services.clock.sleeping() == 1; });
-    services.clock.advanceSeconds(1);
-    services.spinUntil(
-        [&] { return lines.count("Ov timeout value = " + std::to_string(29 - second) + "\n") == 1; });
-  }
-  EXPECT_EQ(lines.count("Ov timeout value = 30\n"), 1);
-  services.scripted.release();
-  finish();
-  EXPECT_EQ(services.clock.sleeping(), 0);
 }
 
 TEST_F(TransportTest, SettingsAreReadAgainOnlyWhenNeeded) {

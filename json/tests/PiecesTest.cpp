@@ -55,35 +55,5 @@ TEST(Pieces, LongTokensInPieces) {
   EXPECT_TRUE(readPieces(cutInto(endless, 1)) == readWhole(endless));
 }
 
-// Whatever a text is made of, cutting it changes nothing; and what is read twice is the same.
-TEST(Pieces, DamagedTextsInPieces) {
-  const std::string good =
-      R"({"arguments":{"torrents":[{"id":1,"name":"caf\u00e9 \ud834\udd1e","percentDone":0.4000,"done":true},)"
-      "{\"id\":-20,\"name\":\"\u00e9\u20ac\U0001D11E plain text that fills more than sixteen "
-      "bytes\",\"percentDone\":1e-3,"
-      R"("done":null}, {"id":12345678901234567890,"name":"","percentDone":[{},[]],"more":false}]},"id":"x"} )";
-  ASSERT_NE(readWhole(good)[0], '!');
-  std::mt19937 random(7);
-  const std::string_view pool = "{}[],:\"\\u0019+-.eEtfn \n\x80\xC3\xE2\xFF\x01";
-  for (int round = 0; round < 4000; ++round) {
-    std::string text = good;
-    for (std::size_t damage = 1 + random() % 2; damage > 0; --damage) {
-      const std::size_t at = random() % text.size();
-      if (random() % 3 == 0) {
-        text.erase(at, 1 + random() % 4);
-      } else {
-        text[at] = pool[random() % pool.size()];
-      }
-    }
-    const std::string expected = readWhole(text);
-    const std::string_view view = text;
-    const std::size_t first = random() % text.size();
-    const std::size_t second = first + random() % (text.size() - first);
-    ASSERT_EQ(readPieces({view.substr(0, first), view.substr(first, second - first), view.substr(second)}),
-              expected)
-        << text << " cut at " << first << " and " << second;
-  }
-}
-
 }  // namespace
 }  // namespace seedmote::json::test

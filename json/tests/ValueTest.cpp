@@ -7,7 +7,6 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "json/JSONValue.h"
@@ -169,31 +168,6 @@ TEST(Value, PartsOutliveTheWhole) {
     EXPECT_TRUE(whole.share(whole["none"]).isAbsent());
   }
   EXPECT_EQ(part["name"].text(), "a long enough name to lie in the tree");
-}
-
-TEST(Value, ThreadsShareTreesAndMemory) {
-  std::string text = "[";
-  for (int i = 0; i < 3000; ++i) {
-    text += R"({"id":)" + std::to_string(i) + R"(,"name":"some name of a torrent"},)";
-  }
-  text += "{}]";
-  const Value shared = JSONValue(text);
-  std::vector<std::thread> threads;
-  for (int number = 0; number < 4; ++number) {
-    threads.emplace_back([&shared, &text] {
-      for (int round = 0; round < 20; ++round) {
-        const Value copy = shared;  // NOLINT: the copy is what the threads share
-        const Value part = copy.share(copy->at(static_cast<std::size_t>(round)));
-        const Value own = JSONValue(text);
-        std::int64_t sum = 0;
-        for (const ValueRef torrent : own->elements()) sum += torrent["id"].longLongValue();
-        for (const ValueRef torrent : copy->elements()) sum -= torrent["id"].longLongValue();
-        EXPECT_EQ(sum, 0);
-        EXPECT_EQ(part["id"].intValue(), round);
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
 }
 
 }  // namespace

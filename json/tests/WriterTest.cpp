@@ -195,41 +195,5 @@ TEST(Writer, TextsOfEveryLengthSurvive) {
   EXPECT_EQ(dump(JSONValue(written)), dump(all));
 }
 
-// Decimals in it are never whole: those would be read back as integers.
-std::string randomText(std::mt19937_64& random, int depth) {
-  static const std::vector<std::string> leaves = {
-      "null", "true", "false", "[]", "{}", R"("\"\\\u0000\n\u001f/")", "\"plain \u00e9\u20ac\U0001F600\""};
-  const std::size_t choice = depth > 0 ? random() % 9 : 4 + random() % 5;
-  if (choice < 4) {
-    std::string text;
-    for (std::size_t i = random() % 6; i > 0; --i) {
-      text += choice < 2 ? "" : "\"key" + std::to_string(random() % 8) + "\":";
-      text += randomText(random, depth - 1) + (i > 1 ? "," : "");
-    }
-    return choice < 2 ? "[" + text + "]" : "{" + text + "}";
-  }
-  const std::string integer = (random() % 2 == 0 ? "-" : "") + std::to_string(1 + random() % 999'999'999'999);
-  if (choice == 4) return integer;
-  const std::string exponent = std::to_string(random() % (random() % 2 == 0 ? 60 : 60000));
-  if (choice == 5) return integer + "." + std::to_string(random()) + "1e-" + exponent;
-  if (choice == 6) return integer + "." + std::string(20, '0') + "e-400" + exponent.substr(0, 2);
-  if (choice == 7) return integer + ".5e2" + exponent.substr(0, 4);
-  return leaves[random() % leaves.size()];
-}
-
-TEST(Writer, RandomValuesSurviveTheRoundTrip) {
-  for (unsigned seed = 1; seed <= 400; ++seed) {
-    std::mt19937_64 random(seed);
-    const Value value = JSONValue("[" + randomText(random, 6) + "]");
-    ASSERT_FALSE(value.isAbsent());
-    for (const bool readable : {false, true}) {
-      YxJsonWriter writer;
-      writer.setHumanReadable(readable);
-      const std::string text = write(value, writer);
-      ASSERT_EQ(dump(JSONValue(text)), dump(value)) << "seed " << seed << ": " << text;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace seedmote::json::test

@@ -4,9 +4,7 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "client/RVTrans.h"
 #include "client/tests/ClientFixture.h"
 #include "screens/RVTorrentListController.h"
 #include "tests/support/TestUiServices.h"
@@ -14,43 +12,21 @@
 namespace seedmote {
 
 // A torrent list before a scripted daemon.
-class ListFixture : public testing::Test {
+class ListFixture : public ClientFixture {
  protected:
-  explicit ListFixture(platform::Idiom idiom = platform::Idiom::tablet) : services(nullptr, idiom) {
-    services.setSetting("IP Address", "10.0.0.7");
-    services.setSetting("Port", "9091");
-    services.setSetting("Timeout", "30");
+  explicit ListFixture(platform::Idiom idiom = platform::Idiom::tablet) : ClientFixture(idiom) {
     services.defaults.setObject("FirstRun", "3");
     services.scripted.setHandler([this](const platform::HttpRequest& request) { return answer(request); });
     controller = std::make_unique<RVTorrentListController>();
   }
-  ~ListFixture() override {
-    controller.reset();
-    services.main.quit();
-    services.threads.join(std::chrono::minutes(1));
-    RVTrans::drop();
-  }
 
   platform::HttpAnswer answer(const platform::HttpRequest& request) {
-    using platform::ScriptedHttp;
-    if (request.headers.at(0).value != "abc") {
-      return ScriptedHttp::answer(409, sessionPage("abc"));
-    }
-    if (request.body == kStats) {
-      return ScriptedHttp::answer(200, kStatsAnswer);
-    }
-    if (request.body == kInfo) {
-      return ScriptedHttp::answer(200, kInfoAnswer);
-    }
     const bool isDetail = request.body.find("\"ids\"") != std::string::npos;
-    const std::string text = R"({"arguments":{"torrents":[)" + (isDetail ? details : torrents) + "]}}";
-    return ScriptedHttp::answer(200, text);
+    return answerOf(request, R"({"arguments":{"torrents":[)" + (isDetail ? details : torrents) + "]}}");
   }
 
   void connect() {
-    RVTrans::init();
-    services.finishThreads();
-    ASSERT_TRUE(RVTrans::isConnected());
+    ClientFixture::connect();
     settle();
   }
   void tick() {
@@ -84,9 +60,7 @@ class ListFixture : public testing::Test {
                          R"({"id":13,"name":"rests","status":0,"percentDone":0.5},)"
                          R"({"id":14,"name":"is done","status":0,"percentDone":1})";
   std::string details = R"({"comment":"details"})";
-  support::TestServices services;
   support::TestUiServices ui;
-  platform::LogRecorder lines;
   std::unique_ptr<RVTorrentListController> controller;
 };
 

@@ -1,7 +1,5 @@
-#include <QPointingDevice>
-#include <memory>
-
 #include "ListWindow.h"
+#include "tests/support/SlowHand.h"
 
 namespace seedmote {
 namespace {
@@ -10,43 +8,18 @@ namespace {
 class TorrentListGesturesTest : public ListWindow, public testing::WithParamInterface<bool> {
  protected:
   TorrentListGesturesTest() : ListWindow(platform::Idiom::tablet) {
-    if (GetParam()) {
-      finger_.reset(QTest::createTouchDevice());
-    }
     controller->view()->setTranslation({50, 0});
     showAll();
     window.resize(1024, window.height());
   }
   double slid() { return controller->view()->translation().x(); }
 
-  void touch(QTest::MouseAction action, QPoint place) {
-    if (!finger_) {
-      return QTest::mouseEvent(action, &window, Qt::LeftButton, {}, place);
-    }
-    auto touches = QTest::touchEvent(&window, finger_.get());
-    action == QTest::MousePress  ? touches.press(0, place, &window)
-    : action == QTest::MouseMove ? touches.move(0, place, &window)
-                                 : touches.release(0, place, &window);
-  }
-  void drag(QPoint from, QPoint way, int steps = 10) {
-    touch(QTest::MousePress, from);
-    move(from, way, steps);
-  }
-  void move(QPoint from, QPoint way, int steps = 10) {
-    for (int step = 1; step <= steps; ++step) {
-      touch(QTest::MouseMove, from + way * step / steps);
-      QTest::qWait(5);      // a drag takes time, else it has no speed
-      window.grabWindow();  // and touches are delivered with the frames
-    }
-    settle();
-  }
-  void gesture(QPoint from, QPoint way, int steps = 10) {
-    drag(from, way, steps);
-    touch(QTest::MouseRelease, from + way);
+  void gesture(const std::vector<QPoint>& path, int steps = 10) {
+    hand_.drag(path, steps);
     settle();
   }
 
-  std::unique_ptr<QPointingDevice> finger_;  // none: the mouse
+  support::SlowHand hand_{[this]() -> QWindow& { return window; }, GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(ByMouseAndFinger, TorrentListGesturesTest, testing::Bool());
@@ -63,29 +36,26 @@ TEST_P(TorrentListGesturesTest, SwipesSlideTheListAndNothingElseDoes) {
         Case{{-80, 0}, 50, "Removing a null gesture\n"}, Case{{20, 0}, 50, "touch cancel"},
         Case{{100, 120}, 50, "touch cancel"}, Case{{100, 60}, 200, "right"}}) {
     lines.clear();
-    gesture({400, 200}, wanted.way);
+    gesture({{400, 200}, QPoint(400, 200) + wanted.way});
     EXPECT_EQ(slid(), wanted.slid) << wanted.way.x() << ' ' << wanted.way.y();
     EXPECT_TRUE(lines.contains(wanted.log)) << wanted.log;
     table().setContentOffset(0, false);
   }
   lines.clear();
-  drag({400, 200}, {0, -60});
-  move({400, 140}, {-150, 0});
-  touch(QTest::MouseRelease, {250, 140});
-  settle();
+  gesture({{400, 200}, {400, 140}, {250, 140}});
   EXPECT_EQ(lines.count("left"), 0) << "it began as a drag";
   EXPECT_EQ(RVTrans::getTorrentSelection(), -1);
 }
 
 TEST_P(TorrentListGesturesTest, ATapSlidesTheListHomeAndOnlyThenSelects) {
-  gesture({400, 200}, {100, 0});
-  gesture({400, 40}, {1, 0}, 40);  // while the list goes a good way below
+  gesture({{400, 200}, {500, 200}});
+  gesture({{400, 40}, {401, 40}}, 40);  // while the list goes a good way below
   EXPECT_EQ(slid(), 50);
   EXPECT_EQ(lines.count("single tap\n"), 1);
   EXPECT_EQ(lines.count("left"), 0);
   EXPECT_EQ(lines.count("touch end"), 0);
   for (const std::int64_t selected : {11, -1, 11}) {
-    gesture({400, 40}, {});
+    gesture({{400, 40}, {400, 40}});
     EXPECT_EQ(RVTrans::getTorrentSelection(), selected) << "however quickly one tap follows the other";
   }
 }

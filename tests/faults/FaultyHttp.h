@@ -22,6 +22,7 @@ class FaultyHttp final : public platform::Http {
   void mislead(Which which, std::string url, bool hurried) {
     const std::lock_guard lock(mutex_);
     which_ = std::move(which);
+    met_ = 0;
     url_ = std::move(url);
     hurried_ = hurried;
   }
@@ -37,12 +38,15 @@ class FaultyHttp final : public platform::Http {
   void cancelAll() override { next_->cancelAll(); }
   void userActed() override { next_->userActed(); }
   int underWay() const { return underWay_; }
+  // How many of those requests there were.
+  int met() const { return met_; }
 
  private:
-  platform::HttpRequest misled(platform::HttpRequest request) const {
+  platform::HttpRequest misled(platform::HttpRequest request) {
     constexpr double kHurry = 0.06;
     const std::lock_guard lock(mutex_);
     if (which_ && which_(request.body)) {
+      ++met_;
       request.url = url_.empty() ? request.url : url_;
       request.timeoutSeconds = hurried_ ? kHurry : request.timeoutSeconds;
     } else if (request.url.find("://127.0.0.1:") == std::string::npos) {
@@ -52,11 +56,12 @@ class FaultyHttp final : public platform::Http {
   }
 
   platform::Http* next_ = nullptr;
-  mutable std::mutex mutex_;
+  std::mutex mutex_;
   Which which_;
   std::string url_;
   bool hurried_ = false;
   std::atomic<int> underWay_{0};
+  std::atomic<int> met_{0};
 };
 
 }  // namespace seedmote::faults

@@ -29,6 +29,9 @@ struct Request {
   } shows = Shows::nothing;  // what the list's place tells
   bool connects = false;     // a list that is asked for at the same time may have its message after it
 
+  // Whether the daemon is to do something.
+  bool changes() const { return is("torrent-start torrent-stop torrent-remove torrent-add"); }
+
   bool isRight(const std::vector<std::string>& seen, const std::optional<std::string>& expected) const {
     if (!expected || seen.empty()) return !expected && seen.empty();
     return seen.back() == *expected || (connects && std::ranges::find(seen, *expected) != seen.end());

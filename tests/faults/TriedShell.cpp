@@ -1,7 +1,5 @@
 #include "tests/faults/TriedShell.h"
 
-#include <qpa/qwindowsysteminterface.h>
-
 #include <QImage>
 #include <algorithm>
 #include <fstream>
@@ -291,7 +289,7 @@ bool TriedShell::isAllDelivered() {
 void TriedShell::quit(Way way) {
   ending_.start();
   if (way == Way::closedWindow) {
-    QWindowSystemInterface::handleCloseEvent<QWindowSystemInterface::AsynchronousDelivery>(&window());
+    hand().closeWindow();
   } else {
     services->main.quit();
   }

@@ -34,6 +34,7 @@ struct Outside {
 // by itself where the program sleeps.
 class TriedShell : private Outside, public AppFixture {
  public:
+  using Outside::faulty;
   using Outside::world;
 
   TriedShell();

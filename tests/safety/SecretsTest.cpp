@@ -14,8 +14,8 @@
 #include <sstream>
 #include <thread>
 
-#include "tests/safety/RealProgram.h"
 #include "tests/support/LoopbackDaemon.h"
+#include "tests/support/RealProgram.h"
 #include "tests/support/Replies.h"
 
 namespace seedmote {

@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "platform/core/PlistUserDefaults.h"
-#include "tests/safety/RealProgram.h"
+#include "tests/support/RealProgram.h"
 
 namespace seedmote {
 namespace {
@@ -73,6 +73,8 @@ TEST_F(TroubleTest, WhatStandsInTheSettingsPlaceIsKeptAsideAndNamed) {
   const std::pair<const char*, std::function<void()>> cases[] = {
       {"nothing in it", [&] { write(file, ""); }},
       {"no settings", [&] { write(file, std::string(5000, '\x9c')); }},
+      {"settings of another kind", [&] { write(file, "<plist><array/></plist>"); }},
+      {"cut", [&] { write(file, "<plist><dict><key>cut"); }},
       {"huge", [&] { write(file, ""), fs::resize_file(file, std::uintmax_t{1} << 40); }},
       {"a pipe", [&] { ASSERT_EQ(mkfifo(file.c_str(), 0600), 0); }},
       {"a folder", [&] { fs::create_directories(file / "a folder"); }},
@@ -84,11 +86,13 @@ TEST_F(TroubleTest, WhatStandsInTheSettingsPlaceIsKeptAsideAndNamed) {
     fs::remove(file);
     prepare();
     if (std::string(name) != "somebody else's") give(folder());
+    const std::string before = fs::is_regular_file(file) && fs::file_size(file) < 9999 ? read(file) : "";
     const std::string aside =
         file.filename().string() + ".broken" + (++number == 1 ? "" : "." + std::to_string(number));
     EXPECT_EQ(set("5"), 0) << name;
     EXPECT_THAT(program.errors, HasSubstr(aside)) << name;
     EXPECT_TRUE(fs::exists(fs::symlink_status(folder() / aside))) << name;
+    EXPECT_TRUE(before.empty() || read(folder() / aside) == before) << name;
     EXPECT_EQ(stored(), "5") << name;
   }
 }

@@ -12,8 +12,7 @@
 #include "app/InboxCourier.h"
 #include "app/tests/AppFixture.h"
 #include "tests/support/LoopbackDaemon.h"
-#include "tests/support/RawClient.h"
-#include "tests/support/RealDaemon.h"
+#include "tests/support/TinyTorrent.h"
 
 namespace seedmote::soak {
 namespace {
@@ -121,32 +120,6 @@ TEST_F(LoginLockoutTest, TimersAreRefusedThreeTimesBetweenTwoActsAtMost) {
   std::printf("seed %u: %d logins refused in %.1f hours, at most %d in a row\n", seed, refused.load(),
               hours(), worst);
   EXPECT_GT(refused, 0);
-}
-
-// How many logins the daemon has refused since the last good one, this question not counted.
-int failedLogins(int port) {
-  const std::string answer = support::rawExchange(
-      port,
-      "POST /transmission/rpc HTTP/1.1\r\nHost: 127.0.0.1\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
-  const std::size_t at = answer.find("Unauthorized User. ");
-  return at == std::string::npos ? -1 : std::atoi(answer.c_str() + at + 19) - 1;
-}
-
-TEST_F(LoginLockoutTest, TheRealDaemonCountsNoMoreThanThree) {
-  SEEDMOTE_NEEDS_REAL_DAEMON();
-  support::RealDaemon daemon({.credentials = "user:right"});
-  start(daemon.port());
-  ASSERT_TRUE(RVTrans::isConnected());
-  daemon.restart("user:another");
-  constexpr double kSeconds = 900;
-  pass(kSeconds);
-  const int first = failedLogins(daemon.port());
-  EXPECT_TRUE(first > 0 && first <= kMostRefused) << first;
-  handOver(1);
-  store.passwordChanged({"wrong"});  // an act, of which the client that is connected takes no notice
-  pass(kSeconds);
-  const int second = failedLogins(daemon.port()) - first - 1;
-  EXPECT_TRUE(second > 0 && second <= kMostRefused) << second;
 }
 
 }  // namespace

@@ -1,21 +1,17 @@
 #pragma once
 
-#include <QAccessible>
-#include <QPoint>
-#include <QString>
-#include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "tests/soak/DaemonKeeper.h"
-#include "tests/soak/Hand.h"
+#include "tests/soak/MainLoop.h"
+#include "tests/support/Hand.h"
 
 namespace seedmote::soak {
 
-// One who does with the program whatever comes to mind, and finds what can be touched as an assistive
-// technology does. On a thread other than the main one.
-class Person final {
+// One who does with the program whatever comes to mind, taking their time. On a thread other than the main
+// one.
+class Person final : public support::Hand {
  public:
   Person(MainLoop& loop, DaemonKeeper& keeper, bool touches, unsigned seed, std::string folder);
 
@@ -33,11 +29,6 @@ class Person final {
   bool comeToRest();
 
  private:
-  struct Target {
-    QString name;
-    QAccessible::Role role;
-    QPoint place;
-  };
   struct Way {
     double weight;
     std::string name;
@@ -45,36 +36,31 @@ class Person final {
   };
   static const std::vector<Way>& ways();
 
-  std::vector<Target> targets(std::optional<QAccessible::Role> role = std::nullopt);
-  bool tap(const QString& name);
+  void onMain(const std::function<void(QWindow&)>& work) override;
+  void rest(int milliseconds) override;
+
+  bool tap(const QString& name) { return tapOne(targets(name)); }
   bool tapOne(const std::vector<Target>& targets);
-  void pause(int milliseconds) const;
-  int any(int from, int to) { return std::uniform_int_distribution(from, to)(random_); }
-  QPoint anyPlace();
   bool answerAlert();
 
   void tapRow();
-  void tapAnything();
-  void tapAnywhere();
-  void refresh();
-  void start();
-  void stop();
+  void tapAnything() { tapOne(targets()); }
+  void tapAnywhere() { Hand::tap(anyPlace()); }
+  void refresh() { tap(QStringLiteral("Refresh")); }
+  void start() { tap(QStringLiteral("Start")); }
+  void stop() { tap(QStringLiteral("Stop")); }
   void remove();
   void filter();
   void flick();
   void turnWheel();
-  void swipe();
-  void pull();
+  void addCopied();
   void editSettings();
   void handOver();
   void pressKeys();
-  void resize();
   void close();
 
   MainLoop& loop_;
   DaemonKeeper& keeper_;
-  Hand hand_;
-  std::mt19937 random_;
   std::string folder_;  // for the files that are handed over
   std::vector<double> weights_;
   bool stays_ = false;

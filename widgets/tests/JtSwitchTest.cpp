@@ -7,6 +7,7 @@
 #include <QQuickView>
 #include <QTest>
 
+#include "tests/support/SlowHand.h"
 #include "tests/support/TestServices.h"
 #include "widgets/SwitchTouches.h"
 
@@ -126,16 +127,7 @@ TEST_F(JtSwitchTest, ItShowsTheTrackUnderTheMaskAndTheThumbAtEveryScale) {
 
 TEST_F(JtSwitchTest, FingersMiceKeysAndAssistiveTechnologiesReachIt) {
   show(2);
-  const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
-  const auto touch = [&](QPoint from, QPoint to) {
-    QTest::touchEvent(view.get(), finger.get()).press(0, from, view.get());
-    for (int step = 1; step <= 10; ++step) {
-      QTest::touchEvent(view.get(), finger.get()).move(0, from + (to - from) * step / 10, view.get());
-      QTest::qWait(2);     // a drag takes time
-      view->grabWindow();  // touches are delivered with the frames
-    }
-    QTest::touchEvent(view.get(), finger.get()).release(0, to, view.get());
-  };
+  support::SlowHand hand([this]() -> QWindow& { return *view; }, true);
   const auto expect = [&](const char* after, const Values& wanted, bool scrolled = false) {
     services.settle();
     EXPECT_EQ(handled, wanted) << after;
@@ -143,9 +135,9 @@ TEST_F(JtSwitchTest, FingersMiceKeysAndAssistiveTechnologiesReachIt) {
     EXPECT_EQ(view->rootObject()->property("contentY").toDouble() > 0, scrolled) << after;
     handled.clear();
   };
-  touch({50, 50}, {52, 51});
+  hand.drag({50, 50}, {52, 51}, 10);
   expect("a tap", {true});
-  touch({150, 50}, {101, 60});
+  hand.drag({150, 50}, {101, 60}, 10);
   expect("a drag", {false});
   QTest::mouseDClick(view.get(), Qt::LeftButton, {}, {50, 50});
   expect("two clicks", {true, false});
@@ -157,7 +149,7 @@ TEST_F(JtSwitchTest, FingersMiceKeysAndAssistiveTechnologiesReachIt) {
   const auto press = QAccessibleActionInterface::pressAction();
   QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(press);
   expect("the press action", {false});
-  touch({50, 70}, {55, 10});
+  hand.drag({50, 70}, {55, 10}, 10);
   expect("an upright drag", {}, true);
 }
 

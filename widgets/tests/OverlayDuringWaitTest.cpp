@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <qpa/qwindowsysteminterface.h>
 
 #include <QGuiApplication>
 #include <QQuickItem>
@@ -13,6 +12,7 @@
 #include "platform/core/MainThread.h"
 #include "platform/core/Services.h"
 #include "platform/core/Timers.h"
+#include "tests/support/Hand.h"
 #include "tests/support/TestServices.h"
 #include "widgets/OvProgressHUD.h"
 
@@ -72,21 +72,8 @@ class OverlayDuringWaitTest : public testing::Test {
       return frames >= until;
     });
   }
-  // A click as the window system delivers it: into the queue, not past it.
-  void click() {
-    const QPointF at(200, 250);
-    for (const auto& [buttons, type] : {std::pair(Qt::LeftButton, QEvent::MouseButtonPress),
-                                        std::pair(Qt::NoButton, QEvent::MouseButtonRelease)}) {
-      QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::AsynchronousDelivery>(
-          &view, at, view.mapToGlobal(at.toPoint()), buttons, Qt::LeftButton, type);
-    }
-  }
-  void pressKey() {
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-      QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::AsynchronousDelivery>(
-          &view, type, Qt::Key_Down, Qt::NoModifier);
-    }
-  }
+  void click() { hand.tap({200, 250}); }
+  void pressKey() { hand.press(Qt::Key_Down); }
   int keys() const { return view.rootObject()->property("keys").toInt(); }
   int taps() const { return view.rootObject()->property("taps").toInt(); }
 
@@ -94,6 +81,7 @@ class OverlayDuringWaitTest : public testing::Test {
   platform::MainThread& main = services.main;
   OvProgressHUD* hud = nullptr;
   QQuickView view;
+  support::Hand hand{[this]() -> QWindow& { return view; }, false};
   std::atomic<int> frames{0};
 };
 

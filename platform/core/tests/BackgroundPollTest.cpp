@@ -30,22 +30,6 @@ class BackgroundPollTest : public testing::Test {
   support::TestServices services;
 };
 
-TEST_F(BackgroundPollTest, ATurnIsSkippedWhileARequestIsUnderWay) {
-  BackgroundPoll poll(services.main, services.threads, "statistics", job());
-  poll.tick();
-  services.spinUntil([this] { return started == 1; });
-  poll.tick();
-  services.settle();
-  EXPECT_EQ(started, 1);
-  EXPECT_FALSE(services.main.isWaiting()) << "a silent host holds nobody";
-  released = true;
-  services.finishThreads();
-  EXPECT_EQ(applied, 1);
-  poll.tick();
-  services.finishThreads();
-  EXPECT_EQ(started, 2);
-}
-
 TEST_F(BackgroundPollTest, WhatItBroughtWaitsWhileTheMainThreadWaits) {
   BackgroundPoll poll(services.main, services.threads, "statistics", job());
   poll.tick();

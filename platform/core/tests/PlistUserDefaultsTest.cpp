@@ -102,39 +102,6 @@ TEST_F(PlistUserDefaultsTest, AFileOpenToOthersIsClosedToThem) {
   EXPECT_EQ(mode(path_), 0600u);
 }
 
-TEST_F(PlistUserDefaultsTest, ABrokenFileIsSetAsideUnchangedAndNamed) {
-  const std::string cases[]{"", std::string(4000, '\x9c'), "<plist><array/></plist>",
-                            "<plist><dict><key>cut"};
-  int number = 0;
-  for (const std::string& bytes : cases) {
-    put(path_, bytes);
-    LogRecorder recorder;
-    PlistUserDefaults defaults(path_);
-    const std::string aside =
-        path_.string() + ".broken" + (++number == 1 ? "" : "." + std::to_string(number));
-    EXPECT_EQ(get(aside), bytes);
-    EXPECT_NE(defaults.problem().find(aside), std::string::npos) << defaults.problem();
-    EXPECT_TRUE(recorder.contains(defaults.problem()));
-    const std::string problem = defaults.problem();
-    defaults.setObject("FirstRun", "2");
-    EXPECT_TRUE(defaults.synchronize());
-    EXPECT_EQ(defaults.problem(), problem) << "still to be told after the next write";
-    EXPECT_EQ(PlistUserDefaults(path_).string("FirstRun"), "2");
-  }
-}
-
-TEST_F(PlistUserDefaultsTest, WhatIsNoReadableFileIsSetAsideAndNeverWaitedFor) {
-  ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
-  EXPECT_NE(PlistUserDefaults(path_).problem(), "");
-  EXPECT_TRUE(fs::is_fifo(folder_ / "defaults.plist.broken"));
-  put(path_, "<plist><dict/></plist>");
-  fs::permissions(path_, fs::perms::none);
-  const Nobody nobody(folder_);
-  PlistUserDefaults defaults(path_);
-  EXPECT_TRUE(fs::exists(folder_ / "defaults.plist.broken.2")) << defaults.problem();
-  EXPECT_TRUE(defaults.synchronize());
-}
-
 TEST_F(PlistUserDefaultsTest, AWriteThatFailsKeepsTheOldFileAndIsMadeUpFor) {
   const std::string old = PropertyList(PropertyList::Dictionary{{"FirstRun", "2"}}).toXml();
   put(path_, old);

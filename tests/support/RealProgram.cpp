@@ -1,4 +1,4 @@
-#include "tests/safety/RealProgram.h"
+#include "tests/support/RealProgram.h"
 
 namespace seedmote {
 
