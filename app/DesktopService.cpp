@@ -1,10 +1,9 @@
 #include "app/DesktopService.h"
 
-#include <QByteArray>
-#include <QFile>
 #include <utility>
 
 #include "app/DesktopServiceCalls.h"
+#include "app/SessionBus.h"
 #include "platform/core/Services.h"
 
 namespace seedmote {
@@ -23,7 +22,7 @@ DesktopService::~DesktopService() {
 }
 
 DesktopService::Claim DesktopService::claim() {
-  if (!busAddress()) {
+  if (!SessionBus::address()) {
     return Claim::noBus;
   }
   thread_.start();
@@ -35,22 +34,6 @@ void DesktopService::release() {
   if (thread_.isRunning()) {
     QMetaObject::invokeMethod(calls_.get(), "release", Qt::QueuedConnection);
   }
-}
-
-// A bus is never started for our sake, as "autolaunch:" would.
-std::optional<QString> DesktopService::busAddress() {
-  if (!qEnvironmentVariableIsEmpty("SEEDMOTE_ALONE")) {
-    return std::nullopt;
-  }
-  const QString named = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-  if (!named.isEmpty()) {
-    return named.startsWith(u"autolaunch:") ? std::nullopt : std::optional(named);
-  }
-  const QByteArray socket = qgetenv("XDG_RUNTIME_DIR") + "/bus";
-  if (!socket.startsWith('/') || !QFile::exists(QFile::decodeName(socket))) {
-    return std::nullopt;
-  }
-  return QStringLiteral("unix:path=") + QString::fromLatin1(socket.toPercentEncoding("/", "~"));
 }
 
 }  // namespace seedmote

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <QString>
 #include <QThread>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,9 +48,6 @@ class DesktopService final {
   // Gives the name back, so that the next start is a first one. What was sent before is still answered.
   // Does not block.
   void release();
-
-  // Absent: the session has no bus, or SEEDMOTE_ALONE keeps this program off it.
-  static std::optional<QString> busAddress();
 
  private:
   QThread thread_;

@@ -9,6 +9,7 @@
 #include <exception>
 #include <utility>
 
+#include "app/SessionBus.h"
 #include "platform/core/Log.h"
 #include "platform/core/MainThread.h"
 
@@ -38,7 +39,7 @@ bool DesktopServiceCalls::connectToBus() {
   if (connected_) {
     return true;
   }
-  const std::optional<QString> address = DesktopService::busAddress();
+  const std::optional<QString> address = SessionBus::address();
   if (!address) {
     return false;
   }

@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "app/DesktopService.h"
+#include "app/SessionBus.h"
 #include "platform/ui/HandedOver.h"
 
 namespace seedmote {
@@ -84,7 +85,7 @@ bool isLink(const std::string& given) {
 }  // namespace
 
 HandOver::Result HandOver::give(const std::vector<std::string>& uris) {
-  const std::optional<QString> address = DesktopService::busAddress();
+  const std::optional<QString> address = SessionBus::address();
   if (!address) {
     return {};
   }

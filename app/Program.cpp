@@ -17,6 +17,7 @@
 #include "app/RVRightBarController.h"
 #include "app/RealServices.h"
 #include "app/RealUiServices.h"
+#include "app/SessionBus.h"
 #include "app/SignalWatcher.h"
 #include "app/Snapshot.h"
 #include "app/StorageNotice.h"
@@ -180,6 +181,9 @@ std::optional<int> Program::handOver(const std::vector<std::string>& uris) const
 }
 
 int Program::showWindow(int argc, char** argv) {
+  if (SessionBus::leaveWhenDeaf()) {
+    std::cerr << "seedmote: the session bus does not answer; Seedmote does without it.\n";
+  }
   std::vector<std::string> uris;
   std::ranges::transform(line_.handedOver, std::back_inserter(uris), HandOver::uriOf);
   if (const std::optional<int> code = isAlone() ? std::nullopt : handOver(uris)) {

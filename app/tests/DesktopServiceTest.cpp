@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -9,6 +10,7 @@
 #include <stdexcept>
 
 #include "app/HandOver.h"
+#include "app/SessionBus.h"
 #include "app/tests/PrivateBus.h"
 #include "platform/core/Shared.h"
 #include "tests/support/TestServices.h"
@@ -26,7 +28,7 @@ QDBusMessage actOnTheBus(const char* action) {
       QStringLiteral("org.seedmote.Seedmote"), QStringLiteral("/org/seedmote/Seedmote"),
       QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
   call << QString::fromLatin1(action) << QVariantList() << QVariantMap();
-  const QDBusMessage reply = QDBusConnection::connectToBus(*DesktopService::busAddress(), name).call(call);
+  const QDBusMessage reply = QDBusConnection::connectToBus(*SessionBus::address(), name).call(call);
   QDBusConnection::disconnectFromBus(name);
   return reply;
 }
@@ -83,6 +85,15 @@ TEST(HandOverTest, PathsAreToldFromTheRootAndLinksAsTheyAre) {
   for (const auto& [given, uri] : cases) {
     EXPECT_EQ(HandOver::uriOf(given), uri);
   }
+}
+
+TEST(SessionBusTest, ABusThatHasStoppedIsLeftAlone) {
+  const PrivateBus bus;
+  EXPECT_FALSE(SessionBus::leaveWhenDeaf());
+  kill(static_cast<pid_t>(bus.daemon.processId()), SIGSTOP);
+  EXPECT_TRUE(SessionBus::leaveWhenDeaf(std::chrono::milliseconds(50)));
+  EXPECT_EQ(SessionBus::address(), std::nullopt);
+  EXPECT_EQ(HandOver::give({"magnet:?a"}).outcome, nobodyRuns);
 }
 
 }  // namespace
