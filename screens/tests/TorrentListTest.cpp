@@ -20,6 +20,7 @@ class TorrentListTest : public ListFixture {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 TEST_F(TorrentListTest, ListsWhatTheClientHasOnceThereIsSomethingNew) {
   controller->viewDidLoad();
@@ -41,6 +42,36 @@ TEST_F(TorrentListTest, ListsWhatTheClientHasOnceThereIsSomethingNew) {
   tick();
   EXPECT_EQ(lines.count("refreshAll finished"), 0) << "nothing new";
   EXPECT_EQ(lines.count("Detailview torrent update finished"), 1);
+}
+
+// The sentences that are no fault of a daemon; those that are stand in tests/faults.
+TEST_F(TorrentListTest, AnEmptyListSaysWhatIsTheMatter) {
+  using platform::HttpError;
+  const struct {
+    const char* begin;
+    HttpError error;
+    const char* firstRun;
+  } cases[] = {
+      {"There is no way to this host.", HttpError::unreachable, "3"},
+      {"The request was cancelled.", HttpError::cancelled, "3"},
+      {"The daemon has no torrents.", HttpError::none, "3"},
+      {"The daemon is connected. Its torrents appear once", HttpError::none, "2"},
+  };
+  torrents = "";
+  for (const auto& [begin, error, firstRun] : cases) {
+    RVTrans::drop();
+    services.defaults.setObject("FirstRun", firstRun);
+    controller = std::make_unique<RVTorrentListController>();
+    controller->viewDidLoad();
+    tick();
+    EXPECT_THAT(controller->emptyState().toStdString(), StartsWith("The daemon has not been asked yet."));
+    if (error != HttpError::none) enqueue({failure(error)});
+    RVTrans::init();
+    services.finishThreads();
+    tick();
+    EXPECT_TRUE(table().isEmpty()) << begin;
+    EXPECT_THAT(controller->emptyState().toStdString(), StartsWith(begin));
+  }
 }
 
 TEST_F(TorrentListTest, FilterCollapsesRowsOfOtherStates) {

@@ -189,23 +189,6 @@ TEST_F(SettingsPanel, TheKeyboardHidesNoFieldThatIsWrittenIn) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return screen().table()->contentOffset() <= 424 - 309; }));
 }
 
-TEST_F(SettingsPanel, TheSwitchIsPressedInEveryWay) {
-  open();
-  QAccessibleInterface* control = accessible(QAccessible::CheckBox, "Use SSL");
-  tap(kSwitch);
-  EXPECT_EQ(value("UseSSL"), "True");
-  EXPECT_TRUE(control->state().checked);
-  pressAccessible(QAccessible::CheckBox, "Use SSL");
-  EXPECT_EQ(value("UseSSL"), "False");
-  static_cast<QQuickItem*>(control->object())->forceActiveFocus();
-  press(Qt::Key_Space);
-  EXPECT_EQ(value("UseSSL"), "True");
-  QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
-  QCoreApplication::sendEvent(&window_, &held);
-  settle();
-  EXPECT_EQ(value("UseSSL"), "True") << "held";
-}
-
 TEST_F(SettingsPanel, ALetterToTheAuthorNamesTheVersions) {
   open();
   services_.defaults.setObject("Version", Dictionary{{"Value", "1.2 b"}});

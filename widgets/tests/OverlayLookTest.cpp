@@ -277,29 +277,6 @@ TEST_P(OverlayLookTest, ATouchMeetsAButtonOrTheMaskOrTheScreenBelow) {
   }
 }
 
-TEST_P(OverlayLookTest, ItReadsUprightWhicheverWayTheScreenIsTurned) {
-  show([] { OvProgressHUD::showErrorWithStatus("Failed to connecting daemon!\nError: Timeout", 60); });
-  const QImage shown = save("error");
-  const QRect panel = changed(shown).toRect();
-  // The software renderer turns up to a pixel beside whole points; on the phone's odd height letters differ
-  // too.
-  const auto looksAs = [&](const QImage& turned) {
-    const QRect place = changed(turned).toRect();
-    return (!isTablet() || turned.copy(place) == shown.copy(panel)) &&
-           (place.center() - panel.center()).manhattanLength() <= 2;
-  };
-  services.screen.setInterfaceOrientation(platform::InterfaceOrientation::landscapeLeft);
-  animate(0.2);
-  EXPECT_TRUE(looksAs(save("landscape-left")));
-  for (const auto orientation :
-       {platform::InterfaceOrientation::portrait, platform::InterfaceOrientation::portraitUpsideDown}) {
-    services.screen.setInterfaceOrientation(orientation);
-    services.screen.setSizeAsRead({window().width(), window().height()});
-    animate(0.2);
-    EXPECT_TRUE(looksAs(save("portrait")));
-  }
-}
-
 TEST_P(OverlayLookTest, ItComesInAndGoesGentlyAndComesBackFromWhereItIs) {
   show(plain("Torrent is added!"));
   const double width = changed(picture()).width();

@@ -86,5 +86,14 @@ TEST(RVResource, FollowsStyleAndLanguage) {
   }
 }
 
+TEST(Pictures, EachHasItsSizeAtEachScale) {
+  for (const Picture& picture : pictures()) {
+    for (int scale = 1; scale <= 3; ++scale) {
+      EXPECT_EQ(load(picture.name, scale).size(), QSize(picture.width, picture.height) * scale)
+          << picture.name;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace seedmote

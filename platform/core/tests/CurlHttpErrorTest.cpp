@@ -7,7 +7,6 @@
 
 #include "platform/core/CurlHttp.h"
 #include "tests/support/DeafPort.h"
-#include "tests/support/Encodings.h"
 #include "tests/support/FakeNames.h"
 #include "tests/support/LoopbackDaemon.h"
 
@@ -16,14 +15,11 @@ namespace {
 
 using seedmote::support::DeafPort;
 using seedmote::support::FakeNames;
-using seedmote::support::gzip;
 using seedmote::support::LoopbackDaemon;
-using seedmote::support::Reply;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 namespace replies = seedmote::support::replies;
 
-constexpr std::size_t kSmallLimit = 100'000;  // bytes of an answer
 // Long enough for a loaded machine, far from any time-out that could end the exchange instead.
 constexpr auto kAtOnce = milliseconds(100);
 constexpr double kLongTimeout = 600;
@@ -43,38 +39,6 @@ void expectFailure(const HttpAnswer& answer, HttpError error, int status, const 
   EXPECT_FALSE(answer.hasBody) << name;
   EXPECT_TRUE(answer.body.empty()) << name;
   EXPECT_FALSE(answer.message.empty()) << name;
-}
-
-// What else a server may do stands in tests/faults.
-TEST(CurlHttpError, WhatAServerAnswers) {
-  const std::string alert("\x15\x03\x03\x00\x02\x02\x0a", 7);
-  struct Case {
-    std::string name;
-    Reply reply;
-    HttpError error;
-    int status;
-  };
-  const std::vector<Case> cases = {
-      {"TLS alert in pieces", replies::slowly(replies::raw(alert), milliseconds(1)), HttpError::needsTls, 0},
-      {"another TLS record", replies::raw("\x16" + alert.substr(1)), HttpError::notHttp, 0},
-      {"half an alert", replies::raw(alert.substr(0, 2)), HttpError::notHttp, 0},
-      {"alert of no known version", replies::raw("\x15\x03\xff"), HttpError::notHttp, 0},
-      {"one byte", replies::raw("\n"), HttpError::notHttp, 0},
-      {"garbage", replies::raw(std::string("\x00\xFF\x7F\r\n\r\n garbage", 15)), HttpError::notHttp, 0},
-      {"too long, announced", replies::huge(kSmallLimit + 1), HttpError::tooLarge, 200},
-      {"too long", replies::huge(std::uint64_t{1} << 40, false), HttpError::tooLarge, 200},
-      {"too long once unpacked",
-       replies::answer(200, gzip(std::string(kSmallLimit * 100, '\0')), {{"Content-Encoding", "gzip"}}),
-       HttpError::tooLarge, 200},
-  };
-  LoopbackDaemon daemon;
-  CurlHttp http(kSmallLimit);
-  for (const Case& one : cases) {
-    daemon.setReply(one.reply);
-    expectFailure(http.exchange(post(daemon.url())), one.error, one.status, one.name);
-  }
-  daemon.setReply(replies::huge(kSmallLimit));
-  EXPECT_EQ(http.exchange(post(daemon.url())).body.size(), kSmallLimit) << "usable after every failure";
 }
 
 TEST(CurlHttpError, WhatIsNoAddressAsksNobody) {

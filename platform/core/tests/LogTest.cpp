@@ -166,28 +166,6 @@ TEST(LogWriter, AClosedReaderOrDescriptorIsNoTrouble) {
   }
 }
 
-TEST(LogWriter, RecordsOfManyThreadsStayWholeAndInOrder) {
-  constexpr int kThreads = 4;
-  constexpr int kEach = 200;
-  int next[kThreads]{};
-  const auto lines = texts(written({}, [](LogWriter& writer) {
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-      threads.emplace_back([&writer, t] {
-        for (int i = 0; i < kEach; ++i) writeTo(writer, "%d %d", t, i);
-      });
-    }
-    for (auto& thread : threads) thread.join();
-  }));
-  for (const std::string& line : lines) {
-    int thread = -1;
-    int number = -1;
-    ASSERT_EQ(std::sscanf(line.c_str(), "%d %d", &thread, &number), 2) << line;
-    EXPECT_EQ(number, next[thread]++);
-  }
-  for (const int count : next) EXPECT_EQ(count, kEach);
-}
-
 TEST(Log, SinksGetRecordsWholeUntilTheyAreRemoved) {
   const std::string whole(100'000, 'x');
   {

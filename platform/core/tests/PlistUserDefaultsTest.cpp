@@ -2,42 +2,18 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <sstream>
 #include <thread>
 #include <vector>
-
-#include "platform/core/Log.h"
 
 namespace seedmote::platform {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Root reads and writes whatever it likes, so tests of permissions run as nobody.
-class Nobody {
- public:
-  explicit Nobody(const fs::path& folder) {
-    if (geteuid() != 0) return;
-    EXPECT_EQ(chown(folder.c_str(), kNobody, kNobody), 0);
-    for (const auto& entry : fs::directory_iterator(folder)) {
-      EXPECT_EQ(lchown(entry.path().c_str(), kNobody, kNobody), 0);
-    }
-    changed_ = seteuid(kNobody) == 0;
-  }
-  ~Nobody() {
-    if (changed_ && seteuid(0) != 0) std::abort();
-  }
-
- private:
-  static constexpr uid_t kNobody = 65534;
-  bool changed_ = false;
-};
 
 class PlistUserDefaultsTest : public testing::Test {
  protected:
@@ -52,11 +28,6 @@ class PlistUserDefaultsTest : public testing::Test {
   }
 
   static void put(const fs::path& path, const std::string& bytes) { std::ofstream(path) << bytes; }
-  static std::string get(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-  }
   static unsigned mode(const fs::path& path) {
     struct stat status {};
     EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
@@ -100,36 +71,6 @@ TEST_F(PlistUserDefaultsTest, AFileOpenToOthersIsClosedToThem) {
   defaults.setObject("FirstRun", "3");
   EXPECT_TRUE(defaults.synchronize());
   EXPECT_EQ(mode(path_), 0600u);
-}
-
-TEST_F(PlistUserDefaultsTest, AWriteThatFailsKeepsTheOldFileAndIsMadeUpFor) {
-  const std::string old = PropertyList(PropertyList::Dictionary{{"FirstRun", "2"}}).toXml();
-  put(path_, old);
-  const Nobody nobody(folder_);
-  PlistUserDefaults defaults(path_);
-  defaults.setObject("FirstRun", "3");
-  fs::permissions(folder_, fs::perms(0500));
-  LogRecorder recorder;
-  EXPECT_FALSE(defaults.synchronize());
-  EXPECT_NE(defaults.problem(), "");
-  EXPECT_TRUE(recorder.contains(defaults.problem()));
-  EXPECT_EQ(get(path_), old);
-  fs::permissions(folder_, fs::perms(0700));
-  EXPECT_TRUE(defaults.synchronize());
-  EXPECT_EQ(defaults.problem(), "");
-  EXPECT_EQ(PlistUserDefaults(path_).string("FirstRun"), "3");
-}
-
-TEST_F(PlistUserDefaultsTest, AnUnreadableFileThatCannotBeSetAsideIsNotOverwritten) {
-  put(path_, "broken");
-  const Nobody nobody(folder_);
-  fs::permissions(folder_, fs::perms(0500));
-  PlistUserDefaults defaults(path_);
-  fs::permissions(folder_, fs::perms(0700));
-  defaults.setObject("FirstRun", "2");
-  EXPECT_FALSE(defaults.synchronize());
-  EXPECT_NE(defaults.problem(), "");
-  EXPECT_EQ(get(path_), "broken");
 }
 
 TEST_F(PlistUserDefaultsTest, ManyThreadsLeaveAWholeFile) {

@@ -184,35 +184,6 @@ TEST_F(TableRowsTest, ATouchEndsAtItsCellAlsoWhenTheRowHasGone) {
   }
 }
 
-TEST_F(TableRowsTest, AssistiveTechnologyReadsAndPressesRows) {
-  QAccessible::setActive(true);
-  QAccessibleInterface* list = QAccessible::queryAccessibleInterface(root);
-  ASSERT_NE(list, nullptr);
-  EXPECT_EQ(list->role(), QAccessible::List);
-  EXPECT_EQ(list->text(QAccessible::Name), QStringLiteral("Torrents"));
-  QAccessibleInterface* row = QAccessible::queryAccessibleInterface(rowItem(3));
-  ASSERT_NE(row, nullptr);
-  EXPECT_EQ(row->role(), QAccessible::ListItem);
-  EXPECT_EQ(row->text(QAccessible::Name), QStringLiteral("torrent 1003"));
-  row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-  settle();
-  EXPECT_THAT(controller.notes, ElementsAre("select 3"));
-
-  // While the main thread waits a press waits too, and is dropped when the row shows something else then.
-  controller.notes.clear();
-  QAccessibleInterface* other = QAccessible::queryAccessibleInterface(rowItem(2));
-  services.main.wait([&] {
-    duringWait([&] {
-      row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-      other->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    });
-    EXPECT_THAT(controller.notes, testing::IsEmpty());
-    controller.tokenOf = [](int asked) { return asked == 2 ? 7 : 1000 + asked; };
-  });
-  settle();
-  EXPECT_THAT(controller.notes, ElementsAre("select 3"));
-}
-
 TEST_F(TableRowsTest, AFlickThatGoesOnWhileTheMainThreadWaitsShowsItsRows) {
   services.main.wait([&] {
     for (int step = 1; step <= 10; ++step) {
