@@ -151,7 +151,7 @@ bool TorrentListing::select(const TorrentIdentity& shown, std::uint64_t deal) {
 void TorrentListing::learn(const TorrentIdentity& details, const SessionID& session) {
   const std::lock_guard lock(torrentListLock_);
   const bool isSelected = selection_.known && selection_.id == details.id && selection_.session == session;
-  if (isSelected && selection_.known->isSameTorrent(details)) {
+  if (isSelected && !details.hash.empty() && selection_.known->isSameTorrent(details)) {
     selection_.known->hash = details.hash;
   }
 }

@@ -189,12 +189,16 @@ void RVTorrentListController::didSelectRowAtIndexPath(int row) {
     return;
   }
   if (RVTrans::getTorrentSelection() == cell->torrentidx()) {
-    RVTrans::selectTorrent(RVTorrentListCell::kNoTorrent);
-    tappedTorrent_ = RVTorrentListCell::kNoTorrent;
-    updateShaking();
+    deselect();
   } else {
     selectTorrent(cell->torrent(), cell->deal());
   }
+}
+
+void RVTorrentListController::deselect() {
+  RVTrans::selectTorrent(RVTorrentListCell::kNoTorrent);
+  tappedTorrent_ = RVTorrentListCell::kNoTorrent;
+  updateShaking();
 }
 
 // The row shows the selection also when its details cannot be had: who starts or deletes what is selected
@@ -203,9 +207,7 @@ void RVTorrentListController::selectTorrent(const TorrentIdentity& shown, std::u
   if (!RVTrans::selectTorrent(shown, deal)) {
     // A newer list has another torrent there, or may have. What was selected before is no longer meant
     // either.
-    RVTrans::selectTorrent(RVTorrentListCell::kNoTorrent);
-    tappedTorrent_ = RVTorrentListCell::kNoTorrent;
-    updateShaking();
+    deselect();
     refreshAll();
     return;
   }

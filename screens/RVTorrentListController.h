@@ -120,6 +120,7 @@ class RVTorrentListController : public QObject, public platform::TableViewDataSo
   void placePullBar();
   void offerCopiedTorrent();
   void selectTorrent(const TorrentIdentity& shown, std::uint64_t deal);
+  void deselect();
   // Null for a row that is not on the screen.
   bool isShaking(std::int64_t torrent) const;
   void updateShaking();

@@ -14,7 +14,7 @@ SharpImage {
 
     // Rows are made ready a little beyond what is to be seen, and stay while the window is hidden. Looked at for the
     // one that shakes alone.
-    readonly property bool inView: icon.visible && icon.tableRow.y + icon.tableRow.height > 0
+    readonly property bool moves: icon.torrent.shaking && icon.visible && icon.tableRow.y + icon.tableRow.height > 0
         && icon.tableRow.y < (icon.tableRow.parent?.height ?? 0)
         && icon.Window.visibility !== Window.Hidden && icon.Window.visibility !== Window.Minimized
 
@@ -28,7 +28,7 @@ SharpImage {
     }
 
     Timer {
-        running: icon.torrent.shaking && icon.inView
+        running: icon.moves
         repeat: true
         interval: icon.torrent.shakeMilliseconds / 4
         onTriggered: icon.step = (icon.step + 1) % 8
