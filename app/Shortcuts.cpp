@@ -78,11 +78,12 @@ QVariantList Shortcuts::entries() {
 
 void Shortcuts::listenTo(QQuickWindow& window) {
   window_ = &window;
-  window.installEventFilter(this);
+  QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool Shortcuts::eventFilter(QObject* /*watched*/, QEvent* event) {
-  if (event->type() != QEvent::KeyPress) {
+// The application's filters come before those of its windows, whichever of these was installed last.
+bool Shortcuts::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || watched != window_) {
     return false;
   }
   const auto& key = *static_cast<QKeyEvent*>(event);
@@ -179,9 +180,9 @@ void Shortcuts::stop(int /*place*/) {
   screens_.bar.press(RVRightBarController::kStop);
 }
 
-// Who presses a key does not look at the bin: an old question, or one about another torrent, is asked again.
+// Who presses a key does not look at the bin: a question about what was selected before is asked again.
 void Shortcuts::remove(int /*place*/) {
-  const std::int64_t selection = RVTrans::getTorrentSelection();
+  const std::uint64_t selection = RVTrans::torrentSelectionNumber();
   if (screens_.bar.has(RVRightBarController::kConfirmDelete) && toBeRemoved_ == selection) {
     toBeRemoved_.reset();
     return screens_.bar.press(RVRightBarController::kConfirmDelete);

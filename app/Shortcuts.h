@@ -90,7 +90,7 @@ class Shortcuts : public QObject {
   Screens screens_;
   QPointer<QQuickWindow> window_;
   bool shown_ = false;
-  std::optional<std::int64_t> toBeRemoved_;  // the selection for which the bin was asked to confirm
+  std::optional<std::uint64_t> toBeRemoved_;  // the number of the selection that the bin asked about
 };
 
 }  // namespace seedmote

@@ -145,6 +145,10 @@ std::int64_t RVTrans::getTorrentSelection() {
   return _trans != nullptr ? client().selectedidx() : _RVTrans::kNoSelection;
 }
 
+std::uint64_t RVTrans::torrentSelectionNumber() {
+  return _trans != nullptr ? client().selectionNumber() : 0;
+}
+
 void RVTrans::fetchTorrentList() {
   if (isConnected()) {
     client().fetchTorrentList();
@@ -159,6 +163,10 @@ void RVTrans::catchUp() {
   if (isConnected()) {
     client().catchUp();
   }
+}
+
+bool RVTrans::isListDoubtful() {
+  return _trans != nullptr && client().isListDoubtful();
 }
 
 std::optional<RVDaemonInfo> RVTrans::daemonInfo() {

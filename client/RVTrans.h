@@ -68,12 +68,15 @@ class RVTrans final {
   // Of the ids of the list, to be asked before it: the daemon deals them anew at each of its starts.
   static std::uint64_t torrentDeal();
   static std::int64_t getTorrentSelection();
+  // Another one after each act of selecting, be it the same torrent or none; see TorrentListing.
+  static std::uint64_t torrentSelectionNumber();
 
   // Fetches the list behind the user's back; see _RVTrans.
   static void fetchTorrentList();
   // Whether the client must catch up with the daemon, and doing so; see _RVTrans.
   static bool isOutOfStep();
   static void catchUp();
+  static bool isListDoubtful();
 
   // The daemon that the client uses; absent before the first attempt to connect.
   static std::optional<RVDaemonInfo> daemonInfo();

@@ -20,7 +20,7 @@ void SessionWatcher::look() {
     return;
   }
   const platform::Clock::Duration now = services().clock.now();
-  if (lastFetch_ && now - *lastFetch_ < platform::seconds(kFetchSeconds)) {
+  if (lastFetch_ && !RVTrans::isListDoubtful() && now - *lastFetch_ < platform::seconds(kFetchSeconds)) {
     return;
   }
   lastFetch_ = now;

@@ -14,8 +14,9 @@ namespace seedmote {
 // after a restart the old list's ids mean other torrents. Main thread.
 class SessionWatcher final {
  public:
-  static constexpr double kLookSeconds = 2;    // between two looks
-  static constexpr double kFetchSeconds = 30;  // at least, between two fetches
+  static constexpr double kLookSeconds = 2;  // between two looks
+  static constexpr double kFetchSeconds =
+      30;  // at least, between two fetches, but of a list that came too early
 
   // Watches until it is destroyed.
   SessionWatcher();

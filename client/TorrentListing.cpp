@@ -1,5 +1,6 @@
 #include "client/TorrentListing.h"
 
+#include <algorithm>
 #include <atomic>
 #include <utility>
 
@@ -8,6 +9,8 @@
 namespace seedmote {
 
 namespace {
+
+constexpr int kDoubts = 5;  // how often an empty list is looked at again: time to load 100,000 torrents
 
 // Of all clients: rows of the one before may be on the screen yet.
 std::uint64_t nextDeal() {
@@ -55,6 +58,16 @@ bool TorrentListing::isOf(const SessionID& session, std::size_t text) const {
   return list_.text == text && list_.session == session;
 }
 
+bool TorrentListing::isDoubtful() const {
+  const std::lock_guard lock(torrentListLock_);
+  return list_.doubts > 0;
+}
+
+void TorrentListing::lookAgain() {
+  const std::lock_guard lock(torrentListLock_);
+  list_.doubts = std::max(0, list_.doubts - 1);
+}
+
 std::int64_t TorrentListing::selectedID() const {
   const std::lock_guard lock(torrentListLock_);
   return selection_.id;
@@ -86,12 +99,14 @@ bool TorrentListing::store(const json::Value& torrents, const SessionID& session
     if (id != kNoTorrentID && anotherSession && !isStillMeant(selection_, now)) {
       platform::log("The daemon's new session has another torrent under the selected id %ld, or none\n", id);
       selection_ = {};
+      ++selectionNumber_;
     } else if (now.known) {
       const std::string hash = selection_.known ? selection_.known->hash : "";
       selection_ = now;
       selection_.known->hash = hash;
     }
     std::swap(list_.torrents, old);
+    list_.doubts = torrents->count() == 0 && list_.deal != 0 && list_.session != session ? kDoubts : 0;
     if (list_.deal == 0 || list_.session != session) {
       list_.deal = nextDeal();
     }
@@ -125,6 +140,7 @@ void TorrentListing::select(std::int64_t id) {
     const std::lock_guard lock(torrentListLock_);
     if (list_.version == list.version) {
       selection_ = std::move(found);
+      ++selectionNumber_;
       return;
     }
   }
@@ -143,6 +159,7 @@ bool TorrentListing::select(const TorrentIdentity& shown, std::uint64_t deal) {
       return false;
     }
     selection_ = std::move(found);
+    ++selectionNumber_;
     return true;
   }
 }
@@ -159,6 +176,11 @@ void TorrentListing::learn(const TorrentIdentity& details, const SessionID& sess
 TorrentSelection TorrentListing::selection() const {
   const std::lock_guard lock(torrentListLock_);
   return selection_;
+}
+
+std::uint64_t TorrentListing::selectionNumber() const {
+  const std::lock_guard lock(torrentListLock_);
+  return selectionNumber_;
 }
 
 }  // namespace seedmote

@@ -37,6 +37,11 @@ class TorrentListing final {
   // Whether this is the very list that an answer of this text (its hash) brought under `session`.
   bool isOf(const SessionID& session, std::size_t text) const;
 
+  // An empty list of a new session: a daemon that has just started answers before it has loaded its torrents.
+  // So until it was looked at again a few times.
+  bool isDoubtful() const;
+  void lookAgain();
+
   // A list that is none of the daemon's: an empty one, or an absent one.
   void replace(json::Value torrents);
   // A list that was fetched under `session`. A selection from another session is cleared unless the torrent
@@ -56,6 +61,8 @@ class TorrentListing final {
   void learn(const TorrentIdentity& details, const SessionID& session);
   std::int64_t selectedID() const;
   TorrentSelection selection() const;
+  // Counts the acts of selecting, and of clearing the selection.
+  std::uint64_t selectionNumber() const;
   // The selection that `id` would be now.
   TorrentSelection find(std::int64_t id) const;
 
@@ -66,6 +73,7 @@ class TorrentListing final {
     std::optional<std::size_t> text;
     std::uint64_t version = 0;
     std::uint64_t deal = 0;
+    int doubts = 0;
   };
   Listed listed() const;
   static TorrentSelection find(const json::Value& torrents, const SessionID& session, std::int64_t id);
@@ -73,6 +81,7 @@ class TorrentListing final {
   mutable std::mutex torrentListLock_;
   Listed list_;
   TorrentSelection selection_;
+  std::uint64_t selectionNumber_ = 0;
 };
 
 }  // namespace seedmote

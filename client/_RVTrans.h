@@ -86,6 +86,8 @@ class _RVTrans final {
   bool isOutOfStep() const;
   // Makes that good, also behind the user's back. Raises as getDaemonInfo.
   void catchUp();
+  // Whether the list is empty because it came too early, maybe: to be made good soon. See TorrentListing.
+  bool isListDoubtful() const { return listing_.isDoubtful(); }
 
   // The selected torrent's id; kNoSelection for none. See TorrentListing.
   std::int64_t selectedidx() const { return listing_.selectedID(); }
@@ -94,6 +96,7 @@ class _RVTrans final {
   bool select(const TorrentIdentity& shown, std::uint64_t deal) { return listing_.select(shown, deal); }
   std::uint64_t torrentDeal() const { return listing_.deal(); }
   TorrentSelection selection() const { return listing_.selection(); }
+  std::uint64_t selectionNumber() const { return listing_.selectionNumber(); }
   void clearSelection() { setSelectedidx(kNoSelection); }
 
   // Commands. They act on one torrent, by the daemon's id; -1 is sent as it is. Each raises

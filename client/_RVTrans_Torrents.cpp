@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <string_view>
 
@@ -12,6 +13,9 @@ using platform::log;
 using platform::logRow;
 
 namespace {
+
+// More than any torrent has. An answer of a few packed bytes may have many more.
+constexpr std::size_t kMostFiles = 1'000'000;
 
 RVSOAPRequest torrentGet(const std::vector<std::pair<std::string, json::Value>>& arguments) {
   RVSOAPRequest request;
@@ -32,8 +36,10 @@ std::optional<std::string> textFrom(json::ValueRef value) {
 
 std::vector<RVTorrentFile> filesFrom(const json::Value& answer, json::ValueRef entries) {
   std::vector<RVTorrentFile> files;
-  files.reserve(entries.count());
-  for (std::size_t i = 0; i < entries.count() && entries.kind() == json::Kind::array; ++i) {
+  const std::size_t count =
+      entries.kind() == json::Kind::array ? std::min(entries.count(), kMostFiles) : std::size_t{0};
+  files.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
     const json::ValueRef entry = entries.at(i);
     files.push_back(
         {textFrom(entry["name"]), answer.share(entry["length"]), answer.share(entry["bytesCompleted"])});
@@ -134,8 +140,9 @@ bool _RVTrans::takeTorrentList(const RVSOAPResult& result, std::optional<std::ui
 
 bool _RVTrans::isListOutdated() const {
   const SessionID listed = listing_.session();
-  return sessionInfo_->sessionID.read(
+  const bool isAnothers = sessionInfo_->sessionID.read(
       [&listed](const SessionID& session) { return session.value_or("").empty() || session != listed; });
+  return isAnothers || listing_.isDoubtful();
 }
 
 bool _RVTrans::isOutOfStep() const {
@@ -145,10 +152,12 @@ bool _RVTrans::isOutOfStep() const {
 
 void _RVTrans::catchUp() {
   if (isListOutdated()) {
+    listing_.lookAgain();
     fetchTorrentList();
   }
   if (version().empty()) {
     getDaemonInfo({.counts = false});
+    bNewData_ = true;  // a torrent's state means what the version says
   }
 }
 

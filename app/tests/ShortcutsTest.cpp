@@ -2,7 +2,9 @@
 #include <QKeyEvent>
 
 #include "ShellFixture.h"
+#include "app/RealUiServices.h"
 #include "settings/RVSettingsViewController.h"
+#include "widgets/OvProgressHUD.h"
 
 namespace seedmote {
 namespace {
@@ -27,9 +29,11 @@ TEST_F(ShortcutsTest, DeleteIsPressedTwiceForTheSameTorrent) {
   EXPECT_TRUE(bar().has(RVRightBarController::kConfirmDelete));
   press(Qt::Key_Delete, {}, true);
   EXPECT_EQ(confirmed(), 0U) << "a held key";
-  RVTrans::selectTorrent(2);
-  press(Qt::Key_Delete);
-  EXPECT_EQ(confirmed(), 0U) << "another torrent";
+  for (const std::int64_t other : {2, -1, 2}) {
+    RVTrans::selectTorrent(other);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(confirmed(), 0U) << "another torrent, or what its id means by now";
+  }
   press(Qt::Key_F1);
   press(Qt::Key_Delete);
   EXPECT_EQ(confirmed(), 0U) << "behind the list of the shortcuts";
@@ -37,6 +41,21 @@ TEST_F(ShortcutsTest, DeleteIsPressedTwiceForTheSameTorrent) {
   press(Qt::Key_Delete);
   EXPECT_EQ(confirmed(), 1U);
   EXPECT_TRUE(bar().has(RVRightBarController::kDelete));
+}
+
+TEST_F(ShortcutsTest, NothingInFrontKeepsTheProgramFromBeingEnded) {
+  launch(Idiom::phone, "7.0");
+  connectWaits(services->main, ui.alerts);
+  press(Qt::Key_F1);  // has all views that come up on occasion loaded
+  press(Qt::Key_Escape);
+  OvProgressHUD::showWithMaskType(OvProgressHUDMaskTypeClear);
+  ui.alerts.show({.title = "Look", .message = "Here", .buttons = {"OK"}, .dismissed = nullptr});
+  settle();
+  press(Qt::Key_F1);
+  EXPECT_FALSE(delegate->shortcuts().isShown());
+  EXPECT_TRUE(delegate->window().isVisible());
+  press(Qt::CTRL | Qt::Key_Q);
+  EXPECT_FALSE(delegate->window().isVisible());
 }
 
 TEST_F(ShortcutsTest, TheSettingsKeepTheKeysFromTheTorrents) {

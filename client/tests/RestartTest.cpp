@@ -170,6 +170,29 @@ TEST_F(SessionWatcherTest, ANewSessionsListIsFetchedAtMostEveryHalfMinute) {
   EXPECT_EQ(bodies().size(), asked + 1);
 }
 
+// A daemon that has just started answers before it has loaded its torrents.
+TEST_F(SessionWatcherTest, AnEmptyListOfANewSessionIsLookedAtAgain) {
+  connect();
+  afterRestart = "[]";
+  restart();
+  RVTrans::updateAllTorrents();
+  pass(2);
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 0U);
+  RVTrans::isNewData();
+  torrents = "[" + beta + "]";
+  pass(2);
+  EXPECT_TRUE(RVTrans::isNewData());
+  EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
+
+  session = "third";
+  torrents = "[]";
+  RVTrans::getSessionStatus();
+  pass(30);
+  const std::size_t before = bodies().size();
+  for (int i = 0; i < 60; ++i) pass(2);
+  EXPECT_EQ(bodies().size(), before + 5) << "it has none indeed";
+}
+
 TEST_F(SessionWatcherTest, WhatAConnectedClientLacksIsFetched) {
   bool broken = true;
   services.scripted.setHandler([&](const HttpRequest& request) {
@@ -178,10 +201,12 @@ TEST_F(SessionWatcherTest, WhatAConnectedClientLacksIsFetched) {
   });
   connect();
   EXPECT_EQ(RVTrans::getRPCVersion(), -1);
+  RVTrans::isNewData();
   broken = false;
   pass(2);
   EXPECT_EQ(RVTrans::getRPCVersion(), 16);
   EXPECT_EQ(RVTrans::getTorrentList()->count(), 1U);
+  EXPECT_TRUE(RVTrans::isNewData()) << "the rows' states were read without it";
 
   // A new session whose first answer is no text: the client knows no session id at all.
   enqueue({platform::ScriptedHttp::answer(409, "\xff"), failure(HttpError::refused)});
