@@ -56,16 +56,22 @@ bool isHeader(const HttpHeader& header) {
          header.value.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
 }
 
+bool isCredential(const HttpHeader& header) {
+  return curl().strequal(header.name.c_str(), "Authorization") != 0;
+}
+
 bool isRedirect(int status) {
   return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
 }
 
 // 301 and 302 turn a POST into a GET as well: what every browser does and servers count on.
-HttpRequest redirectedRequest(const HttpRequest& from, int status, std::string url, bool withHeaders) {
+// A session id goes along wherever it goes, for without it the daemon there would never do but ask for one.
+HttpRequest redirectedRequest(const HttpRequest& from, int status, std::string url, bool withCredentials) {
   HttpRequest request;
   request.url = std::move(url);
-  if (withHeaders) {
-    request.headers = from.headers;
+  request.headers = from.headers;
+  if (!withCredentials) {
+    std::erase_if(request.headers, isCredential);
   }
   if (status == 307 || status == 308) {
     request.method = from.method;
@@ -182,7 +188,7 @@ void CurlHttp::cancelAll() {
   pool_->cancelAll();
 }
 
-// The redirects are followed here and not by curl, which would take the session id to any host.
+// The redirects are followed here and not by curl, to which another port is another server, and TLS as well.
 HttpAnswer CurlHttp::follow(CurlConnections& connections, const HttpRequest& request) {
   const auto deadline = steady_clock::now() + timeoutOf(request);
   HttpRequest redirected;
@@ -210,7 +216,7 @@ HttpAnswer CurlHttp::follow(CurlConnections& connections, const HttpRequest& req
     if (!next) {
       return failed(answer, HttpError::badUrl, "The server redirects to another kind of address. " + why);
     }
-    redirected = redirectedRequest(*hop, answer.status, target, headersMayFollow(*origin, *next));
+    redirected = redirectedRequest(*hop, answer.status, target, credentialsMayFollow(*origin, *next));
     hop = &redirected;
     origin = next;
   }

@@ -43,7 +43,7 @@ std::optional<UrlOrigin> originOf(const std::string& url, std::string& why) {
   return std::nullopt;
 }
 
-bool headersMayFollow(const UrlOrigin& from, const UrlOrigin& to) {
+bool credentialsMayFollow(const UrlOrigin& from, const UrlOrigin& to) {
   if (!curl().strequal(from.host.c_str(), to.host.c_str())) {
     return false;
   }

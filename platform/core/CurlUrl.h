@@ -15,7 +15,7 @@ struct UrlOrigin {
 // Absent when `url` is not a URL, or neither http nor https; then `why` says so in a sentence.
 std::optional<UrlOrigin> originOf(const std::string& url, std::string& why);
 
-// Whether headers meant for `from` may go to `to`: the same server, or the same host asked to use TLS.
-bool headersMayFollow(const UrlOrigin& from, const UrlOrigin& to);
+// Whether credentials meant for `from` may go to `to`: the same server, or the same host asked to use TLS.
+bool credentialsMayFollow(const UrlOrigin& from, const UrlOrigin& to);
 
 }  // namespace seedmote::platform

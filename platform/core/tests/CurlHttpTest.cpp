@@ -158,7 +158,7 @@ TEST(CurlHttp, FollowsRedirectsAndKeepsSecretsAtHome) {
     std::string host;
     bool tlsTarget;
     std::string method;
-    bool withHeaders;
+    bool withLogin;
   };
   const std::vector<Case> cases = {
       {301, "127.0.0.1", true, "GET", true},   {302, "127.0.0.1", true, "GET", true},
@@ -182,9 +182,8 @@ TEST(CurlHttp, FollowsRedirectsAndKeepsSecretsAtHome) {
     EXPECT_EQ(arrived.path, "/elsewhere");
     EXPECT_EQ(arrived.method, one.method) << one.status;
     EXPECT_EQ(arrived.body, one.method == "POST" ? "body" : "");
-    EXPECT_EQ(arrived.header("Authorization").has_value(), one.withHeaders) << one.status << target;
-    EXPECT_EQ(arrived.header("X-Transmission-Session-Id").has_value(), one.withHeaders)
-        << one.status << target;
+    EXPECT_EQ(arrived.header("Authorization").has_value(), one.withLogin) << one.status << target;
+    EXPECT_EQ(arrived.header("X-Transmission-Session-Id"), "id") << one.status << target;
   }
 }
 
