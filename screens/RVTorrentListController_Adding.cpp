@@ -46,7 +46,11 @@ std::optional<std::string> entry(const json::Value& reply, const char* key) {
 void RVTorrentListController::addTorrentListPullBar() {
   REFRESH_HEADER_HEIGHT = services().device.userInterfaceIdiom() == platform::Idiom::tablet;
   toolbar_->show(kPull, kPullImage);
-  toolbar_->setPressed([this] { offerCopiedTorrent(); });
+  toolbar_->setPressed([this] {
+    if (!services().main.swallowsInput()) {  // of two presses the first has asked already
+      offerCopiedTorrent();
+    }
+  });
   connect(&view_, &platform::ViewGeometry::changed, this, &RVTorrentListController::placePullBar);
   placePullBar();
 }

@@ -114,7 +114,7 @@ Item {
 
         // What glided to a place that is no more would stay beyond the end.
         function onLaidOut() {
-            if (glide.running) {
+            if (glide.running && glide.to !== root.table.clampedOffset(glide.to)) {
                 glide.stop();
                 flickable.returnToBounds();
             }

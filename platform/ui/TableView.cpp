@@ -217,7 +217,7 @@ void TableView::tapRow(int row) {
 }
 
 void TableView::carryOutTap(int row, std::int64_t token) {
-  if (source_ == nullptr || layout_.find(row) == layout_.shownCount() || source_->rowToken(row) != token) {
+  if (source_ == nullptr || findLive(row) == nullptr || source_->rowToken(row) != token) {
     return;
   }
   const int previous = selectedRow_;

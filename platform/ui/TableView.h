@@ -124,6 +124,8 @@ class TableView : public QObject {
   // it, by beginDecelerating().
   Q_INVOKABLE void endDragging(bool willDecelerate);
   Q_INVOKABLE void beginDecelerating();
+  // The nearest place for the content at which nothing beyond its ends is seen.
+  Q_INVOKABLE double clampedOffset(double offset) const;
   // By a wheel, a touchpad or keys: not beyond the ends, and not at all where scrolling is disabled.
   void scrollBy(double points, bool animated = false);
   void scrollByRows(int rows);
@@ -189,7 +191,6 @@ class TableView : public QObject {
   void carryOutTap(int row, std::int64_t token);
   void addNotice(ScrollNotice notice);
   void deliverNotices();
-  double clampedOffset(double offset) const;
   void scrollToShown(int row, bool animated, ScrollPosition position);
 
   bool scrollByKey(int key);

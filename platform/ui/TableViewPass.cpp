@@ -26,7 +26,6 @@ class Stopwatch {
 
 void TableView::reload() {
   selectedRow_ = -1;
-  pendingScroll_.reset();
   pass_ = nullptr;
   passWanted_ = true;
   postSlice();

@@ -250,6 +250,8 @@ TEST_F(TableViewTest, ScrollsToRowsWithinTheInsets) {
   controller.rows = 200;
   table.reload();
   table.selectRow(199, true, bottom);
+  table.reload();
+  table.selectRow(199, false, none);
   EXPECT_TRUE(requests.isEmpty());
   settle();
   EXPECT_EQ(table.selectedRow(), 199);
