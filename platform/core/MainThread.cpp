@@ -155,6 +155,7 @@ void MainThread::Impl::waitFor(const Work& job) {
   if (waiting) {
     throw std::logic_error("the main thread waits already");
   }
+  worker_.makeReady();
   waiting = true;
   std::exception_ptr raised;
   std::atomic<bool> done{false};

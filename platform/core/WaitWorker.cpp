@@ -17,13 +17,16 @@ WaitWorker::~WaitWorker() {
   }
 }
 
+void WaitWorker::makeReady() {
+  if (!thread_.joinable()) {
+    thread_ = std::thread([this] { loop(); });
+  }
+}
+
 void WaitWorker::run(std::function<void()> job) {
   {
     const std::lock_guard lock(mutex_);
     job_ = std::move(job);
-  }
-  if (!thread_.joinable()) {
-    thread_ = std::thread([this] { loop(); });
   }
   changed_.notify_all();
 }

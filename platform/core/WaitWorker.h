@@ -16,6 +16,9 @@ class WaitWorker final {
   WaitWorker(const WaitWorker&) = delete;
   WaitWorker& operator=(const WaitWorker&) = delete;
 
+  // Before the first job. Raises std::system_error when the system has no thread left.
+  void makeReady();
+
   // Starts `job`, which must not raise. The one before must have been finished.
   void run(std::function<void()> job);
 
