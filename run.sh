@@ -17,7 +17,8 @@ together with a private daemon and sample torrents, which nobody else can reach 
   -- OPTION...        the rest goes to Seedmote itself, for example: -- --idiom phone
 
 The settings of such a run are kept apart from those of an installed Seedmote, and forgotten at its end.
-Without a display the window's picture is saved as seedmote.png and its list is printed.
+Without a display the window's picture is saved as seedmote.png and its list is printed; the exit status is not 0
+then when no list came.
 TEXT
 }
 

@@ -68,8 +68,13 @@ if [ $quiet = yes ] && [ ! -e $policy ]; then
   chmod 755 $policy
 fi
 apt-get install -y --no-install-recommends "$@" </dev/null || exit 1
-if [ $quiet = yes ] && command -v systemctl >/dev/null; then
-  systemctl disable --now transmission-daemon.service >/dev/null 2>&1
+if [ $quiet = yes ]; then
+  if command -v systemctl >/dev/null; then
+    systemctl disable --now transmission-daemon.service
+  else
+    deb-systemd-helper disable transmission-daemon.service
+    update-rc.d transmission-daemon disable
+  fi >/dev/null 2>&1
   echo "The service of transmission-daemon is left off (systemctl enable --now transmission-daemon)." >&2
 fi
 exit 0
