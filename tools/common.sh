@@ -72,7 +72,7 @@ if [ $quiet = yes ]; then
   if command -v systemctl >/dev/null; then
     systemctl disable --now transmission-daemon.service
   else
-    deb-systemd-helper disable transmission-daemon.service
+    rm -f /etc/systemd/system/multi-user.target.wants/transmission-daemon.service
     update-rc.d transmission-daemon disable
   fi >/dev/null 2>&1
   echo "The service of transmission-daemon is left off (systemctl enable --now transmission-daemon)." >&2
