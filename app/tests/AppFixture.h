@@ -20,6 +20,12 @@
 
 namespace seedmote {
 
+#ifdef __SANITIZE_THREAD__
+inline constexpr std::chrono::seconds kPatience(200);  // millions of rows take a sanitizer as long as that
+#else
+inline constexpr std::chrono::seconds kPatience(40);
+#endif
+
 // Lies below the shell, whose threads use it to the end.
 struct Wire {
   platform::CurlHttp curl;
@@ -69,7 +75,7 @@ class AppFixture : private Wire, public ShellFixture {
 
   // Spins until `done`, which is looked at every few milliseconds; raises when that takes too long.
   void until(const std::string& what, const std::function<bool()>& done) {
-    const QDeadlineTimer patience(std::chrono::seconds(40));
+    const QDeadlineTimer patience(kPatience);
     while (!done()) {
       if (patience.hasExpired()) throw std::runtime_error("it never came to be that " + what);
       const bool isWaiting = services && services->main.isWaiting();

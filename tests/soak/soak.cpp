@@ -131,7 +131,7 @@ void Soak::live() {
     takeCensus();
   }
   over_ = true;
-  MainLoop::post([] { platform::services().main.quit(); });
+  loop_.post([] { platform::services().main.quit(); });
 }
 
 void Soak::actUntil(double second) {
