@@ -11,12 +11,12 @@ namespace seedmote {
 // Sees that the daemon has given out another session id since the list was fetched (it does so at each start
 // and once an hour), or that a connected client lacks a session id or the daemon's versions, and then lets
 // the client catch up in the background, showing nothing. The request that meets the new id looks failed, and
-// after a restart the old list's ids mean other torrents. Main thread.
+// after a restart the old list's ids mean other torrents. A list that may have come too early is fetched
+// again at each look. Main thread.
 class SessionWatcher final {
  public:
-  static constexpr double kLookSeconds = 2;  // between two looks
-  static constexpr double kFetchSeconds =
-      30;  // at least, between two fetches, but of a list that came too early
+  static constexpr double kLookSeconds = 2;    // between two looks
+  static constexpr double kFetchSeconds = 30;  // at least, between two fetches
 
   // Watches until it is destroyed.
   SessionWatcher();
