@@ -58,6 +58,19 @@ TEST_F(ShortcutsTest, NothingInFrontKeepsTheProgramFromBeingEnded) {
   EXPECT_FALSE(delegate->window().isVisible());
 }
 
+TEST_F(ShortcutsTest, OfTwoQuickPressesOneAsks) {
+  launch(Idiom::phone, "7.0");
+  connectWaits(services->main, ui.alerts);
+  ui.pasteboard.text = "magnet:?xt=1";
+  QKeyEvent first(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
+  QCoreApplication::sendEvent(&delegate->window(), &first);
+  press(Qt::CTRL | Qt::Key_V);
+  EXPECT_TRUE(ui.alerts.isShown());
+  ui.alerts.press(0);
+  settle();
+  EXPECT_FALSE(ui.alerts.isShown());
+}
+
 TEST_F(ShortcutsTest, TheSettingsKeepTheKeysFromTheTorrents) {
   store = RVSettingsStore(RVSettingsStore::findBundle(QCoreApplication::applicationDirPath().toStdString()));
   launch(Idiom::tablet, "7.0");

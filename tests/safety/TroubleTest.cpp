@@ -141,16 +141,23 @@ TEST_F(TroubleTest, AFullDiskOrOneThatOnlyReadsIsTold) {
     GTEST_SKIP() << "only root may mount a small disk";
   }
   ASSERT_EQ(set("5"), 0) << program.errors;
-  const std::string before = read(program.settings());
+  std::string before = read(program.settings());
   write(folder() / "filler", std::string(16384, 'x'));
   EXPECT_EQ(set("6"), 1);
   EXPECT_THAT(program.errors, HasSubstr("No space left on device"));
   EXPECT_TRUE(read(program.settings()) == before);
 
+  PlistUserDefaults open(program.settings());
+  open.setObject("FirstRun", "2");
+  EXPECT_FALSE(open.synchronize());
+
   program.start({});  // what it has to say stands in the log as well as in the window
   EXPECT_TRUE(program.hasSaid("Seedmote Start"));
   EXPECT_EQ(program.end(), 0);
   fs::remove(folder() / "filler");
+  EXPECT_TRUE(open.synchronize()) << "what could not be stored is made up for";
+  EXPECT_EQ(PlistUserDefaults(program.settings()).string("FirstRun"), "2");
+  before = read(program.settings());
   ASSERT_EQ(mount(nullptr, folder().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
   EXPECT_EQ(set("6"), 1);
   EXPECT_THAT(program.errors, HasSubstr("Read-only file system"));

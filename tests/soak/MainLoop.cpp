@@ -1,7 +1,6 @@
 #include "tests/soak/MainLoop.h"
 
 #include <sys/eventfd.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>

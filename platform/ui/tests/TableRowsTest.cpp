@@ -197,6 +197,16 @@ TEST_F(TableRowsTest, AFlickThatGoesOnWhileTheMainThreadWaitsShowsItsRows) {
   });
 }
 
+TEST_F(TableRowsTest, AGlideGoesOnOverAReloadUnlessItsPlaceHasGone) {
+  for (const auto& [count, offset, end] : {std::tuple(1000, 2000, 2000), std::tuple(10, 40000, 200)}) {
+    table.setContentOffset(offset, true);
+    controller.rows = count;
+    table.reload();
+    settle();
+    EXPECT_TRUE(QTest::qWaitFor([&, end = end] { return contentY() == end; })) << contentY();
+  }
+}
+
 // The first is also what a screen reader follows.
 TEST_F(TableRowsTest, KeysAndTheMouseAreSeenAtTheirRowAFingerIsNot) {
   const auto isTinted = [this](int row) {

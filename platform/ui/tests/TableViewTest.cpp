@@ -200,6 +200,19 @@ TEST_F(TableViewTest, ARowThatWaitsIsNotBuiltIntoByOthers) {
   expectEachRowsTitle();
 }
 
+TEST_F(TableViewTest, ATapOnARowThatIsCarriedAwayChangesNothing) {
+  show(100);
+  services.main.wait([&] {
+    duringWait([&] {
+      table.tapRow(1);
+      table.setViewport(3000, 500);
+    });
+    duringWait([] {});
+  });
+  settle();
+  EXPECT_THAT(controller.notes, IsEmpty());
+}
+
 TEST_F(TableViewTest, LiveRowsReachBeyondWhatIsInView) {
   show(100);
   table.setContentInset(10, 34);
